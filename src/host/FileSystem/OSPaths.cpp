@@ -1,0 +1,87 @@
+// Working folder, long names, the preferences folder and stored names.
+#include "host/FileSystem/OSPaths.h"
+#include "host/FileSystem/PathConverterBase.h"
+
+#include "host/FileSystem/NativePath.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
+namespace FileSystem {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char nativeSeparator = static_cast<char>(fs::path::preferred_separator);
+
+// An environment variable that names a folder; empty when it isn't set.
+fs::path folderOf(const char *variable) {
+#ifdef _WIN32
+    const std::wstring name(variable, variable + std::char_traits<char>::length(variable));
+    const wchar_t *value = _wgetenv(name.c_str());
+#else
+    const char *value = std::getenv(variable);
+#endif
+    return value != nullptr ? fs::path(value) : fs::path();
+}
+
+fs::path userSettingsFolder() {
+#ifdef _WIN32
+    return folderOf("APPDATA");
+#else
+    const fs::path settings = folderOf("XDG_CONFIG_HOME");
+    if (settings.is_absolute()) return settings;
+    const fs::path home = folderOf("HOME");
+    return home.empty() ? home : home / ".config";
+#endif
+}
+
+} // namespace
+
+std::string OSPaths::getCurrentDirectory() {
+    std::error_code error;
+    const fs::path folder = fs::current_path(error);
+    return error ? std::string() : fromNative(folder);
+}
+
+bool OSPaths::setCurrentDirectory(const std::string &path) {
+    std::error_code error;
+    fs::current_path(toNative(path), error);
+    return !error;
+}
+
+std::string OSPaths::getLongPathName(const std::string &path) {
+#ifdef _WIN32
+    const fs::path native = toNative(path);
+    std::wstring name(32768, L'\0');
+    const DWORD size = GetLongPathNameW(native.c_str(), name.data(), static_cast<DWORD>(name.size()));
+    if (size > 0 && size < name.size()) return fromNative(fs::path(name.substr(0, size)));
+#endif
+    return path;
+}
+
+std::string OSPaths::getConfigurationFolder() {
+    const fs::path chosen = folderOf("EDA_CONFIG_DIR");
+    if (!chosen.empty()) return fromNative(chosen);
+    const fs::path settings = userSettingsFolder();
+    return settings.empty() ? std::string() : fromNative(settings / "eda");
+}
+
+std::string PathConverterBase::fromFFLPath(const std::string &path) {
+    std::string result = path;
+    std::replace(result.begin(), result.end(), '/', nativeSeparator);
+    return result;
+}
+
+std::string PathConverterBase::toFFLPath(const std::string &path) {
+    std::string result = path;
+    std::replace(result.begin(), result.end(), nativeSeparator, '/');
+    return result;
+}
+
+} // namespace FileSystem

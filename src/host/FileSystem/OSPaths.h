@@ -1,0 +1,25 @@
+// Folders that the operating system knows. Names are UTF-8.
+#pragma once
+
+#include <string>
+
+namespace FileSystem {
+
+struct OSPaths {
+    // The working folder of the process, or empty when it is gone.
+    static std::string getCurrentDirectory();
+
+    // Changes the working folder of the whole process.
+    static bool setCurrentDirectory(const std::string &path);
+
+    // The name with each shortened token written out, on systems that have short names. A name that doesn't
+    // exist, and any name elsewhere, comes back as it is.
+    static std::string getLongPathName(const std::string &path);
+
+    // The folder for the user's preferences; it need not exist. The environment variable EDA_CONFIG_DIR
+    // names it. Without that it is the folder "eda" in XDG_CONFIG_HOME, where that is an absolute path, or
+    // in HOME/.config; on Windows in APPDATA. Empty when none of these is set.
+    static std::string getConfigurationFolder();
+};
+
+} // namespace FileSystem

@@ -1,0 +1,11 @@
+// What the process knows of its terminal.
+#pragma once
+
+namespace Tools {
+
+struct Terminal {
+    // True when standard error goes to a terminal, so that a progress bar makes sense there.
+    static bool isErrorOutput();
+};
+
+} // namespace Tools
