@@ -1,0 +1,54 @@
+// The steps of a clipping, from contours to edges and back.
+#include "host/Geometry/ClippingEngine.h"
+
+#include "host/Geometry/ClipTracer.h"
+
+#include <stdexcept>
+
+namespace Geometry {
+namespace Clip {
+
+void Engine::addPoint(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) throw std::invalid_argument("coordinate is not finite");
+    points_.emplace_back(x, y);
+    bound_.unite(x, y);
+}
+
+void Engine::endContour(Operand operand) { contours_.push_back({points_.size(), operand}); }
+
+void Engine::makeEdges(Grid &grid, std::vector<Edge> &edges) const {
+    std::vector<Index> vertices;
+    std::size_t begin = 0;
+    for (ContourEnd const &contour : contours_) {
+        vertices.clear();
+        for (std::size_t i = begin; i < contour.end; ++i)
+            vertices.push_back(grid.addPoint(points_[i].x, points_[i].y));
+        begin = contour.end;
+        for (std::size_t i = 0; i < vertices.size(); ++i) {
+            Edge edge;
+            edge.from = edge.sourceFrom = vertices[i];
+            edge.to = edge.sourceTo = vertices[(i + 1) % vertices.size()];
+            edge.windings[contour.operand] = 1;
+            if (edge.from != edge.to) edges.push_back(edge);
+        }
+    }
+}
+
+std::vector<Contour> Engine::run(Inside const &inside) {
+    std::vector<Contour> result;
+    if (bound_.isValid()) {
+        if (points_.size() >= none / 2) throw std::length_error("too many vertices to clip");
+        Grid grid(bound_, points_.size());
+        std::vector<Edge> edges;
+        edges.reserve(points_.size());
+        makeEdges(grid, edges);
+        makePlaneGraph(grid, edges);
+        std::vector<Side> const sides = findSides(grid, edges, inside);
+        result = traceContours(grid, edges, sides);
+    }
+    *this = Engine();
+    return result;
+}
+
+} // namespace Clip
+} // namespace Geometry
