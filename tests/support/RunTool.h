@@ -1,0 +1,53 @@
+// Runs the built command line tool as a process.
+#pragma once
+
+#include "support/TempFolder.h"
+
+#include <QtCore/QProcess>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace TestSupport {
+
+struct ToolResult {
+    int status = -1; // -1: it crashed or did not end in time
+    std::string out;
+    std::string err;
+};
+
+// For the message of a failed check.
+inline std::ostream &operator<<(std::ostream &stream, const ToolResult &result) {
+    return stream << "status " << result.status << "\nstdout:\n" << result.out << "\nstderr:\n" << result.err;
+}
+
+// Runs the tool of EDA_TOOL to its end, with no user preferences but those in `configFolder`.
+inline ToolResult runTool(const std::vector<std::string> &arguments,
+                          const std::string &configFolder = "/nonexistent",
+                          const std::string &workingFolder = std::string()) {
+    constexpr int timeout = 100'000; // milliseconds, also for a sanitized build on a busy machine
+    QStringList texts;
+    for (const std::string &argument : arguments)
+        texts << QString::fromStdString(argument);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("EDA_CONFIG_DIR", QString::fromStdString(configFolder));
+    process.setProcessEnvironment(environment);
+    if (!workingFolder.empty()) process.setWorkingDirectory(QString::fromStdString(workingFolder));
+    process.start(QString::fromUtf8(EDA_TOOL), texts);
+    ToolResult result;
+    if (!process.waitForFinished(timeout)) {
+        process.kill();
+        process.waitForFinished();
+    } else if (process.exitStatus() == QProcess::NormalExit) {
+        result.status = process.exitCode();
+    }
+    result.out = process.readAllStandardOutput().toStdString();
+    result.err = process.readAllStandardError().toStdString();
+    return result;
+}
+
+} // namespace TestSupport
