@@ -1,4 +1,5 @@
 # Fails when a file includes a project header from a folder that its own folder may not know.
+cmake_minimum_required(VERSION 3.24)
 string(REPLACE "," ";" files "${FILES}")
 string(REPLACE "," ";" allowed "${ALLOWED}")
 set(bad "")
