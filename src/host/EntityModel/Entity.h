@@ -106,6 +106,7 @@ public:
 
     ChildHolder *holder() const { return holder_; }
     Model *model() const;                  // null for an entity outside every model
+    bool isHeldByStep() const { return id_ != 0 && !model(); } // was in a model, may come back by undo or redo
     bool isInside(const Entity *ancestor) const; // this entity or below it
     const std::vector<ReferenceLink *> &referrers() const;
 

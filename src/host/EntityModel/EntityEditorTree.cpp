@@ -47,7 +47,6 @@ void clearReferrers(Entity *target, const EntitySet &going) {
         const Entity *const owner = link->getOwnerEntity();
         if (owner && isInsideAny(owner, going)) continue;
         // What a step holds, the copy of a link or an entity outside the model, comes back only after the target.
-        // A target whose deletion is not recorded never comes back.
         if (undo.isRecording() && (!owner || !owner->model())) continue;
         std::unique_ptr<Attribute> before = undo.snapshot(*link);
         link->setTarget(nullptr);
@@ -61,17 +60,14 @@ bool isInModel(const ChildHolder &holder) {
 
 void addRemoval(const ChildHolder &holder, std::unique_ptr<UndoRecord> record) {
     UndoStack &undo = UndoStack::instance();
-    const bool inModel = isInModel(holder);
-    if (inModel && undo.isRecording()) return undo.add(std::move(record));
-    if (inModel) undo.addUnrecorded();
-    undo.retire(std::move(record));
+    if (isInModel(holder) && undo.isRecording()) undo.add(std::move(record));
 }
 
 void recordInsertion(ChildHolder &holder, Entity *child, int index) {
     UndoStack &undo = UndoStack::instance();
     if (!isInModel(holder)) return;
     if (undo.isRecording()) return undo.add(std::make_unique<PresenceRecord>(holder, child, index));
-    undo.addUnrecorded();
+    undo.noteUnrecorded();
 }
 
 void removeFromList(EntityList &list, const EntitySet &children) {
@@ -127,7 +123,8 @@ Entity *EntityEditor::createEntity(const TypeRef &type, Entity *parent, const At
                                    LibraryInterface *loader, bool, bool, bool, const std::string &name,
                                    int index) {
     const EntityType *const entityType = Schema::instance().find(type);
-    Attribute *const attribute = parent && entityType ? parent->findAttribute(where) : nullptr;
+    const bool canCreate = parent && entityType && !parent->isHeldByStep();
+    Attribute *const attribute = canCreate ? parent->findAttribute(where) : nullptr;
     ChildHolder *const holder = asHolder(attribute);
     if (!holder || !attribute->definition()->takesChild(type)) return nullptr;
 
@@ -142,7 +139,7 @@ Entity *EntityEditor::createEntity(const TypeRef &type, Entity *parent, const At
 
 bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity *child, bool, bool, bool, bool,
                              bool, int index) {
-    Attribute *const attribute = parent ? parent->findAttribute(where) : nullptr;
+    Attribute *const attribute = parent && !parent->isHeldByStep() ? parent->findAttribute(where) : nullptr;
     if (!attribute) return false;
     if (attribute->kind() == AttributeKind::ReferenceLink) {
         UndoStack &undo = UndoStack::instance();
@@ -152,8 +149,9 @@ bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity 
         return true;
     }
     ChildHolder *const holder = asHolder(attribute);
-    // An entity with an id was in a model: an undo step holds it now, and it must not get a second owner.
-    const bool fits = holder && child && !child->holder() && child->id_ == 0 && !parent->isInside(child);
+    // What a step holds must not get a second owner.
+    const bool fits =
+        holder && child && !child->holder() && !child->isHeldByStep() && !parent->isInside(child);
     if (!fits || !holder->canTake(child->getType())) return false;
     assignIds(*insertAndRecord(*holder, index, std::unique_ptr<Entity>(child)));
     return true;
@@ -165,13 +163,16 @@ bool EntityEditor::moveEntity(Entity *entity, Entity *newParent, EntityLink *whe
     Model *const model = newParent->model();
     Model *const oldModel = entity->model();
     if (!entity->getOwnerEntity() || !model || (oldModel && oldModel != model)) return false;
+    if (entity->isHeldByStep()) return false;
     ChildHolder *const to = holderFor(*newParent, where, entity->getType());
     if (!to || !to->canTake(entity->getType())) return false;
+    UndoStack &undo = UndoStack::instance();
+    if (oldModel && !undo.isRecording()) undo.noteUnrecordedRemoval();
     ChildHolder &from = *entity->holder();
     int fromIndex = 0;
     to->insertChild(index, from.removeChild(entity, fromIndex));
     if (oldModel) {
-        UndoStack::instance().add(std::make_unique<MoveRecord>(entity, from, fromIndex, *to, index));
+        undo.add(std::make_unique<MoveRecord>(entity, from, fromIndex, *to, index));
     } else {
         recordInsertion(*to, entity, index);
         assignIds(*entity);
@@ -185,7 +186,7 @@ bool EntityEditor::deleteEntities(const std::vector<Entity *> &entities, bool, b
     EntitySet going;
     std::vector<Entity *> below;
     for (Entity *entity : entities) {
-        if (!entity || !entity->getOwnerEntity()) return false;
+        if (!entity || !entity->getOwnerEntity() || entity->isHeldByStep()) return false;
         going.insert(entity);
     }
     std::map<ChildHolder *, EntitySet> byHolder;
@@ -198,6 +199,9 @@ bool EntityEditor::deleteEntities(const std::vector<Entity *> &entities, bool, b
     }
 
     const EditScope scope;
+    UndoStack &undo = UndoStack::instance();
+    // Before any link is looked at: entities that only a step holds may be among the referrers.
+    if (!undo.isRecording() && !below.empty() && below.front()->model()) undo.noteUnrecordedRemoval();
     for (Entity *entity : below) clearReferrers(entity, going);
     for (ChildHolder *holder : holders) {
         const EntitySet &children = byHolder[holder];

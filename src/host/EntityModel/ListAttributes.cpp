@@ -1,4 +1,5 @@
 // Lists of numbers and lists of such lists.
+#include "host/EntityModel/Entity.h"
 #include "host/EntityModel/NumberText.h"
 #include "host/EntityModel/Undo.h"
 #include "host/EntityModel/ValueAttributes.h"
@@ -190,18 +191,17 @@ void ListAttribute::append(Elements elements) {
 
 void ListAttribute::resize(int size) {
     const int oldSize = this->size();
-    if (size < 0 || size == oldSize) return;
+    const Entity *const owner = getOwnerEntity();
+    if (size < 0 || size == oldSize || (owner && owner->isHeldByStep())) return;
+    UndoStack &undo = UndoStack::instance();
+    if (!undo.isRecording() && owner && owner->model()) undo.noteUnrecordedRemoval();
     Elements removed = cut(size);
     elements_.reserve(static_cast<size_t>(size));
     for (int i = oldSize; i < size; ++i) {
         elements_.push_back(std::make_unique<ListElement>(definition(), getOwnerEntity(), i + 1));
     }
-    UndoStack &undo = UndoStack::instance();
-    const bool isRecorded = undo.needsRecord(*this);
-    if (!isRecorded && !undo.isRecording()) undo.addUnrecorded();
-    if (!isRecorded && removed.empty()) return;
-    auto record = std::make_unique<ResizeRecord>(*this, oldSize, size, std::move(removed));
-    isRecorded ? undo.add(std::move(record)) : undo.retire(std::move(record));
+    if (!undo.needsRecord(*this)) return;
+    undo.add(std::make_unique<ResizeRecord>(*this, oldSize, size, std::move(removed)));
 }
 
 bool ListAttribute::isDefault() const { return elements_.empty() && !isLocked() && !getFlag(); }

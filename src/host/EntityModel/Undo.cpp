@@ -64,7 +64,6 @@ void UndoStack::clear() {
     done_ = 0;
     open_.records.clear();
     steps_.clear();
-    retired_.clear();
 }
 
 void UndoStack::open(const std::string &name) {
@@ -114,10 +113,6 @@ void UndoStack::addValueChange(Attribute &attribute, std::unique_ptr<Attribute> 
     } else if (!isRecording()) {
         dropUndone();
     }
-}
-
-void UndoStack::retire(std::unique_ptr<UndoRecord> holder) {
-    if (!steps_.empty() || depth_ > 0) retired_.push_back(std::move(holder));
 }
 
 UndoStackOpener::UndoStackOpener(const std::string &name, bool, bool) { UndoStack::instance().open(name); }

@@ -24,8 +24,11 @@ public:
 // An edit outside every UndoStackOpener is a step of its own, unless an UndoStackDisabler is in force. Deleted
 // entities live as long as a step holds them. The oldest steps are dropped beyond `maxSteps`.
 //
-// Only edits inside a model are recorded. A tree outside every model (a library item that is not yet added, an
-// entity that a step holds) may die at any time, so no record may name what is in it.
+// Only edits inside a model are recorded. A tree outside every model, such as a library item that is not yet added,
+// may die at any time, so no record may name what is in it. What a step holds takes no edits that change the tree.
+//
+// An unrecorded edit makes steps that were undone unfit for the model. One that moves or removes entities makes
+// all steps unfit, since they count on finding them where they left them: then all are forgotten.
 class UndoStack {
 public:
     static constexpr size_t maxSteps = 1000;
@@ -59,11 +62,9 @@ public:
     std::unique_ptr<Attribute> snapshot(const Attribute &attribute) const;
     void addValueChange(Attribute &attribute, std::unique_ptr<Attribute> before);
 
-    // Drops steps that were undone, which an unrecorded edit makes unfit for the model.
-    void addUnrecorded() { dropUndone(); }
-
-    // Keeps what an unrecorded edit took out alive while steps may name it, at the longest until `clear`.
-    void retire(std::unique_ptr<UndoRecord> holder);
+    // Due where an edit is not recorded: after one that left all entities in place, before one that does not.
+    void noteUnrecorded() { dropUndone(); }
+    void noteUnrecordedRemoval() { clear(); }
 
 private:
     struct Step {
@@ -79,7 +80,6 @@ private:
     int disabled_ = 0;
     bool isOpenRecorded_ = true;
     std::uint32_t stepId_ = 0;
-    std::vector<std::unique_ptr<UndoRecord>> retired_;
 };
 
 // A scope whose edits make one undo step of this name. An opener inside another joins the outer step.

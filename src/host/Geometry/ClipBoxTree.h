@@ -3,6 +3,9 @@
 
 #include "host/Geometry/ClipNoder.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace Geometry {
@@ -14,19 +17,46 @@ struct Extent {
     double low[4];
     double high[4];
 
-    static Extent of(Vec2T<double> const &a, Vec2T<double> const &b);
-    void unite(Extent const &other);
-    bool near(Extent const &other, double distance) const;
+    static Extent of(Vec2T<double> const &a, Vec2T<double> const &b) {
+        double const first[4] = {a.x, a.y, a.x + a.y, a.x - a.y};
+        double const second[4] = {b.x, b.y, b.x + b.y, b.x - b.y};
+        Extent extent;
+        for (int i = 0; i < 4; ++i) {
+            extent.low[i] = std::min(first[i], second[i]);
+            extent.high[i] = std::max(first[i], second[i]);
+        }
+        return extent;
+    }
+
+    void unite(Extent const &other) {
+        for (int i = 0; i < 4; ++i) {
+            low[i] = std::min(low[i], other.low[i]);
+            high[i] = std::max(high[i], other.high[i]);
+        }
+    }
+
+    bool near(Extent const &other, double distance) const {
+        return reaches(other, 0, distance) && reaches(other, 1, distance) &&
+               reaches(other, 2, 2.0 * distance) && // diagonals are longer by sqrt(2)
+               reaches(other, 3, 2.0 * distance);
+    }
+
+private:
+    bool reaches(Extent const &other, int axis, double distance) const {
+        return low[axis] - other.high[axis] <= distance && other.low[axis] - high[axis] <= distance;
+    }
 };
 
 /// A tree of extents. Its leaves are runs of joined edges, which are near each other in
 /// space already; the runs are put in the order of a space-filling curve.
 class BoxTree {
 public:
-    BoxTree(Grid const &grid, std::vector<Edge> const &edges);
+    /// Replaces what the tree holds.
+    void build(Grid const &grid, std::vector<Edge> const &edges);
 
     /// Calls `visit(i, j)` for each pair of edges whose extents come within `distance` and
-    /// of which at least one is fresh. Throws std::length_error beyond `maxTests` tests.
+    /// of which at least one is fresh. Leaves out some that cannot touch but in a common end. Throws
+    /// std::length_error beyond `maxTests` tests.
     template <typename Visit> void forNearPairs(double distance, double maxTests, Visit const &visit);
 
 private:
@@ -37,21 +67,26 @@ private:
         Index begin; ///< children in the next lower level; for an edge its own index
         Index end;
         bool fresh;
+        bool straying; ///< children may touch each other elsewhere than in a common end
     };
     struct Pair {
-        std::size_t level;
+        int level; ///< 0 for edges, 1 for runs
         Index first;
         Index second;
     };
 
     void addEdges(Grid const &grid, std::vector<Edge> const &edges);
-    void addRuns(std::vector<Edge> const &edges);
+    void addRuns(Grid const &grid, std::vector<Edge> const &edges);
     void sortRuns();
-    void addLevel();
-    Node parentOf(std::size_t level, Index begin, Index end) const;
+    Node parentOf(Index begin, Index end) const;
     void pushChildren(Pair const &pair, double distance);
+    template <typename Visit> void visitEdges(Pair const &pair, double distance, Visit const &visit);
 
-    std::vector<std::vector<Node>> levels_; ///< level 0 holds the edges, level 1 the runs
+    std::vector<Node> nodes_; ///< the edges, then the runs, then one level after the other up to the root
+    Index edgeCount_ = 0;
+    int levels_ = 0; ///< above the edges
+    std::vector<Node> sorted_;
+    std::vector<std::pair<std::uint64_t, Index>> order_;
     std::vector<Pair> stack_;
     double tests_ = 0.0;
 };
@@ -60,16 +95,33 @@ void throwTooManyCrossings();
 
 template <typename Visit> void BoxTree::forNearPairs(double distance, double maxTests, Visit const &visit) {
     tests_ = 0.0;
-    stack_.assign(1, Pair{levels_.size() - 1, 0, 0});
+    auto const root = static_cast<Index>(nodes_.size() - 1);
+    stack_.assign(1, Pair{levels_, root, root});
     while (!stack_.empty()) {
         Pair const pair = stack_.back();
         stack_.pop_back();
-        if (pair.level == 0) {
-            visit(pair.first, pair.second);
-            continue;
-        }
-        pushChildren(pair, distance);
+        if (pair.level == 1)
+            visitEdges(pair, distance, visit);
+        else
+            pushChildren(pair, distance);
         if (tests_ > maxTests) throwTooManyCrossings();
+    }
+}
+
+template <typename Visit> void BoxTree::visitEdges(Pair const &pair, double distance, Visit const &visit) {
+    Node const &first = nodes_[pair.first];
+    Node const &second = nodes_[pair.second];
+    bool const same = pair.first == pair.second;
+    if (same && !first.straying) return;
+    for (Index i = first.begin; i < first.end; ++i) {
+        Node const &a = nodes_[i];
+        if (!same && !a.extent.near(second.extent, distance)) continue;
+        Index const begin = same ? i + 1 : second.begin;
+        tests_ += static_cast<double>(second.end - begin);
+        for (Index j = begin; j < second.end; ++j) {
+            Node const &b = nodes_[j];
+            if ((a.fresh || b.fresh) && a.extent.near(b.extent, distance)) visit(i, j);
+        }
     }
 }
 

@@ -33,14 +33,22 @@ double farthestOf(Bound2D const &bound) {
                     std::max(std::abs(bound.getYLow()), std::abs(bound.getYHigh())));
 }
 
+Vec2T<double> middleOf(Bound2D const &bound) {
+    return {0.5 * bound.getXLow() + 0.5 * bound.getXHigh(), 0.5 * bound.getYLow() + 0.5 * bound.getYHigh()};
+}
+
+double scaleOf(Bound2D const &bound) {
+    Vec2T<double> const middle = middleOf(bound);
+    return scaleFor(std::max(halfSize(bound.getXLow(), bound.getXHigh(), middle.x),
+                             halfSize(bound.getYLow(), bound.getYHigh(), middle.y)),
+                    farthestOf(bound));
+}
+
 } // namespace
 
-Grid::Grid(Bound2D const &bound, std::size_t expected) {
-    origin_.x = 0.5 * bound.getXLow() + 0.5 * bound.getXHigh();
-    origin_.y = 0.5 * bound.getYLow() + 0.5 * bound.getYHigh();
-    scale_ = scaleFor(std::max(halfSize(bound.getXLow(), bound.getXHigh(), origin_.x),
-                               halfSize(bound.getYLow(), bound.getYHigh(), origin_.y)),
-                      farthestOf(bound));
+double Grid::cellSize(Bound2D const &bound) { return 1.0 / scaleOf(bound); }
+
+Grid::Grid(Bound2D const &bound, std::size_t expected) : origin_(middleOf(bound)), scale_(scaleOf(bound)) {
     cells_.reserve(expected);
     points_.reserve(expected);
     std::size_t slots = 16;

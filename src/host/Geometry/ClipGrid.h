@@ -23,6 +23,9 @@ public:
     /// `bound` must be valid; `expected` vertices are made room for.
     Grid(Bound2D const &bound, std::size_t expected);
 
+    /// The size of a cell over this bound.
+    static double cellSize(Bound2D const &bound);
+
     /// The vertex at the cell of this input point, made when it is not there yet.
     Index addPoint(double x, double y);
 

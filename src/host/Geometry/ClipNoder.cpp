@@ -13,10 +13,6 @@ namespace {
 
 constexpr double snapDistance = 2.0; // cells; covers the rounding of both ends and of the vertex
 constexpr int maxRounds = 50;        // bends of a cell or two settle within a few
-constexpr double freeSplits = 4e6;
-constexpr double splitsPerEdge = 16.0;
-constexpr double freeTests = 1e9;
-constexpr double testsPerEdge = 1e3;
 
 struct Split {
     Index edge;
@@ -25,7 +21,7 @@ struct Split {
 
 class Noder {
 public:
-    Noder(Grid &grid, std::vector<Edge> &edges) : grid_(grid), edges_(edges) {}
+    Noder(Grid &grid, std::vector<Edge> &edges, NodingLimits const &limits);
     void run();
 
 private:
@@ -44,19 +40,24 @@ private:
 
     Grid &grid_;
     std::vector<Edge> &edges_;
+    double maxSplits_;
+    double maxTests_;
+    BoxTree tree_;
     std::vector<Split> splits_;
-    double maxSplits_ = 0.0;
-    double maxTests_ = 0.0;
+    std::vector<Edge> parts_;
+    std::vector<Index> table_; ///< of `joinEqualEdges`
 };
 
 bool hasEnd(Edge const &edge, Index vertex) { return vertex == edge.from || vertex == edge.to; }
 
 WidePoint wideCell(Vec2T<double> const &cell) { return {{cell.x, 0.0}, {cell.y, 0.0}}; }
 
+Noder::Noder(Grid &grid, std::vector<Edge> &edges, NodingLimits const &limits)
+    : grid_(grid), edges_(edges),
+      maxSplits_(limits.freeSplits + limits.splitsPerEdge * static_cast<double>(edges.size())),
+      maxTests_(limits.freeTests + limits.testsPerEdge * static_cast<double>(edges.size())) {}
+
 void Noder::run() {
-    auto const count = static_cast<double>(edges_.size());
-    maxSplits_ = freeSplits + splitsPerEdge * count;
-    maxTests_ = freeTests + testsPerEdge * count;
     joinEqualEdges();
     for (int round = 0; round < maxRounds && splitRound(); ++round)
         joinEqualEdges();
@@ -65,8 +66,8 @@ void Noder::run() {
 bool Noder::splitRound() {
     if (edges_.empty()) return false;
     splits_.clear();
-    BoxTree tree(grid_, edges_);
-    tree.forNearPairs(snapDistance, maxTests_, [this](Index i, Index j) { visitPair(i, j); });
+    tree_.build(grid_, edges_);
+    tree_.forNearPairs(snapDistance, maxTests_, [this](Index i, Index j) { visitPair(i, j); });
     for (Edge &edge : edges_)
         edge.fresh = false;
     if (splits_.empty()) return false;
@@ -158,17 +159,17 @@ void Noder::applySplits() {
         if (sAlong != tAlong) return sAlong < tAlong;
         return s.vertex < t.vertex;
     });
-    std::vector<Edge> result;
-    result.reserve(edges_.size() + splits_.size());
+    parts_.clear();
+    parts_.reserve(edges_.size() + splits_.size());
     Split const *split = splits_.data();
     Split const *const end = split + splits_.size();
     for (std::size_t i = 0; i < edges_.size(); ++i) {
         Split const *const begin = split;
         while (split != end && split->edge == i)
             ++split;
-        cut(edges_[i], begin, split, result);
+        cut(edges_[i], begin, split, parts_);
     }
-    edges_.swap(result);
+    edges_.swap(parts_);
 }
 
 /// Replaces an edge by its parts. Each must be shorter than the whole, or the rounds would
@@ -198,7 +199,7 @@ void Noder::joinEqualEdges() {
     std::size_t slots = 16;
     while (slots < 2 * edges_.size())
         slots *= 2;
-    std::vector<Index> table(slots, none);
+    table_.assign(slots, none);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < edges_.size(); ++i) {
         Edge edge = edges_[i];
@@ -206,16 +207,16 @@ void Noder::joinEqualEdges() {
         std::uint64_t hash = (low * 0x9e3779b97f4a7c15u) ^ (high * 0xbf58476d1ce4e5b9u);
         hash ^= hash >> 31;
         std::size_t slot = static_cast<std::size_t>(hash) & (slots - 1);
-        for (; table[slot] != none; slot = (slot + 1) & (slots - 1)) {
-            Edge const &other = edges_[table[slot]];
+        for (; table_[slot] != none; slot = (slot + 1) & (slots - 1)) {
+            Edge const &other = edges_[table_[slot]];
             if (std::min(other.from, other.to) == low && std::max(other.from, other.to) == high) break;
         }
-        if (table[slot] == none) {
-            table[slot] = static_cast<Index>(kept);
+        if (table_[slot] == none) {
+            table_[slot] = static_cast<Index>(kept);
             edges_[kept++] = edge;
             continue;
         }
-        Edge &other = edges_[table[slot]];
+        Edge &other = edges_[table_[slot]];
         int const sign = other.from == edge.from ? 1 : -1;
         other.windings[0] += sign * edge.windings[0];
         other.windings[1] += sign * edge.windings[1];
@@ -227,7 +228,9 @@ void Noder::joinEqualEdges() {
 
 } // namespace
 
-void makePlaneGraph(Grid &grid, std::vector<Edge> &edges) { Noder(grid, edges).run(); }
+void makePlaneGraph(Grid &grid, std::vector<Edge> &edges, NodingLimits const &limits) {
+    Noder(grid, edges, limits).run();
+}
 
 } // namespace Clip
 } // namespace Geometry

@@ -6,6 +6,12 @@
 namespace Geometry {
 namespace Clip {
 
+namespace {
+
+constexpr std::size_t firstRoom = 32; // edges; saves small inputs from growing it step by step
+
+} // namespace
+
 Index Status::before(Position const &position) const {
     if (position.offset > 0) return blocks_[position.block][position.offset - 1];
     return position.block > 0 ? blocks_[position.block - 1].back() : none;
@@ -35,7 +41,10 @@ void Status::eraseAnywhere(Index edge) {
 
 void Status::insert(Position &position, Index edge) {
     if (position.block == blocks_.size()) {
-        if (blocks_.empty()) blocks_.emplace_back();
+        if (blocks_.empty()) {
+            blocks_.emplace_back();
+            blocks_.back().reserve(firstRoom);
+        }
         position = {blocks_.size() - 1, blocks_.back().size()};
     }
     std::vector<Index> &block = blocks_[position.block];

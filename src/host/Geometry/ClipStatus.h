@@ -26,6 +26,9 @@ public:
     /// The first position whose edge `isBelow` does not hold for. It must hold for a lower part.
     template <typename IsBelow> Position find(IsBelow const &isBelow) const;
 
+    /// Puts another edge in the place of the one there.
+    void replace(Position const &position, Index edge) { blocks_[position.block][position.offset] = edge; }
+
     /// Erases the edge there; the position then names the one that followed.
     void erase(Position &position);
 

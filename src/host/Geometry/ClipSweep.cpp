@@ -11,10 +11,6 @@ namespace Clip {
 
 namespace {
 
-bool isFilled(int winding, Inside::Fill fill) {
-    return fill == Inside::Fill::EvenOdd ? winding % 2 != 0 : winding != 0;
-}
-
 bool isLeftOf(Vec2T<double> const &a, Vec2T<double> const &b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
 
 struct Windings {
@@ -35,6 +31,7 @@ private:
     void removeEnding(Index vertex, Status::Position &position);
     void sortBySlope(Index *begin, Index *end) const;
     void insertEdge(Index edge, Status::Position &position);
+    void countWindings(Index edge, Index below);
     bool isBelow(Index edge, Index vertex) const;
 
     Grid const &grid_;
@@ -71,15 +68,14 @@ void Sweep::groupEdges() {
     begins_.assign(grid_.size() + 1, 0);
     arriving_.assign(grid_.size(), 0);
     for (Edge const &edge : edges_) {
-        ++begins_[edge.from + 1];
+        ++begins_[edge.from];
         ++arriving_[edge.to];
     }
     for (std::size_t i = 1; i < begins_.size(); ++i)
         begins_[i] += begins_[i - 1];
     leaving_.resize(edges_.size());
-    std::vector<Index> next(begins_.begin(), begins_.end() - 1);
-    for (std::size_t i = 0; i < edges_.size(); ++i)
-        leaving_[next[edges_[i].from]++] = static_cast<Index>(i);
+    for (std::size_t i = edges_.size(); i-- > 0;) // each end sinks to the begin of its vertex
+        leaving_[--begins_[edges_[i].from]] = static_cast<Index>(i);
 }
 
 void Sweep::sortVertices() {
@@ -88,12 +84,14 @@ void Sweep::sortVertices() {
         Index vertex;
     };
     std::vector<Place> places;
+    places.reserve(grid_.size());
     for (std::size_t i = 0; i < grid_.size(); ++i) {
         auto const vertex = static_cast<Index>(i);
         if (arriving_[i] > 0 || begins_[i] != begins_[i + 1]) places.push_back({grid_.cell(vertex), vertex});
     }
     std::sort(places.begin(), places.end(),
               [](Place const &a, Place const &b) { return isLeftOf(a.cell, b.cell); });
+    order_.reserve(places.size());
     for (Place const &place : places)
         order_.push_back(place.vertex);
 }
@@ -107,9 +105,15 @@ bool Sweep::isBelow(Index edge, Index vertex) const {
 
 void Sweep::visitVertex(Index vertex) {
     Status::Position position = status_.find([this, vertex](Index edge) { return isBelow(edge, vertex); });
-    if (arriving_[vertex] > 0) removeEnding(vertex, position);
     Index *const begin = leaving_.data() + begins_[vertex];
     Index *const end = leaving_.data() + begins_[vertex + 1];
+    bool const passes = arriving_[vertex] == 1 && end - begin == 1;
+    if (passes && !status_.atEnd(position) && edges_[status_.at(position)].to == vertex) {
+        countWindings(*begin, status_.before(position));
+        status_.replace(position, *begin);
+        return;
+    }
+    if (arriving_[vertex] > 0) removeEnding(vertex, position);
     if (end - begin > 1) sortBySlope(begin, end);
     for (Index *edge = begin; edge != end; ++edge)
         insertEdge(*edge, position);
@@ -138,7 +142,11 @@ void Sweep::sortBySlope(Index *begin, Index *end) const {
 }
 
 void Sweep::insertEdge(Index edge, Status::Position &position) {
-    Index const below = status_.before(position);
+    countWindings(edge, status_.before(position));
+    status_.insert(position, edge);
+}
+
+void Sweep::countWindings(Index edge, Index below) {
     int under[2] = {0, 0};
     Side &side = sides_[edge];
     if (below != none) {
@@ -151,25 +159,9 @@ void Sweep::insertEdge(Index edge, Status::Position &position) {
     above[1] = under[1] + edges_[edge].windings[1];
     side.insideAbove = inside_(above);
     side.bounds = side.insideAbove != inside_(under);
-    status_.insert(position, edge);
 }
 
 } // namespace
-
-bool Inside::operator()(int const windings[2]) const {
-    bool const subject = isFilled(windings[0], fills_[0]);
-    bool const clip = isFilled(windings[1], fills_[1]);
-    switch (operation_) {
-    case Operation::Difference:
-        return subject && !clip;
-    case Operation::Intersection:
-        return subject && clip;
-    case Operation::Xor:
-        return subject != clip;
-    default:
-        return subject || clip;
-    }
-}
 
 std::vector<Side> findSides(Grid const &grid, std::vector<Edge> &edges, Inside const &inside) {
     return Sweep(grid, edges, inside).run();

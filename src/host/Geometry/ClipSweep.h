@@ -15,13 +15,31 @@ public:
     enum class Fill { EvenOdd, NonZero };
 
     Inside(Operation operation, Fill subjectFill, Fill clipFill)
-        : operation_(operation), fills_{subjectFill, clipFill} {}
+        : operation_(operation), masks_{maskOf(subjectFill), maskOf(clipFill)} {}
 
-    bool operator()(int const windings[2]) const;
+    Operation operation() const { return operation_; }
+
+    bool operator()(int const windings[2]) const {
+        bool const subject = (windings[0] & masks_[0]) != 0;
+        bool const clip = (windings[1] & masks_[1]) != 0;
+        switch (operation_) {
+        case Operation::Difference:
+            return subject && !clip;
+        case Operation::Intersection:
+            return subject && clip;
+        case Operation::Xor:
+            return subject != clip;
+        default:
+            return subject || clip;
+        }
+    }
 
 private:
+    /// The bits of a winding number that make a place filled.
+    static int maskOf(Fill fill) { return fill == Fill::EvenOdd ? 1 : -1; }
+
     Operation operation_;
-    Fill fills_[2];
+    int masks_[2];
 };
 
 /// What the sweep found out about an edge.

@@ -59,6 +59,7 @@ private:
     std::vector<Side> const &sides_;
     std::vector<Index> begins_;  ///< for each vertex the first of its edges in `leaving_`
     std::vector<Index> leaving_; ///< bounding edges by start vertex
+    std::vector<Index> walk_;    ///< the edges of `traceFrom`
     std::vector<Index> ringOf_;  ///< for each edge its ring
     std::vector<char> visited_;
     std::vector<Index> place_; ///< for each vertex its place in the path of `addHoleLoops`, else none
@@ -69,6 +70,7 @@ std::vector<Contour> Tracer::run() {
     groupEdges();
     visited_.assign(edges_.size(), 0);
     ringOf_.assign(edges_.size(), none);
+    walk_.reserve(leaving_.size());
     place_.assign(grid_.size(), none);
     for (std::size_t i = 0; i < edges_.size(); ++i)
         if (sides_[i].bounds && !visited_[i]) traceFrom(static_cast<Index>(i));
@@ -79,34 +81,33 @@ std::vector<Contour> Tracer::run() {
 void Tracer::groupEdges() {
     begins_.assign(grid_.size() + 1, 0);
     for (std::size_t i = 0; i < edges_.size(); ++i)
-        if (sides_[i].bounds) ++begins_[startOf(static_cast<Index>(i)) + 1];
+        if (sides_[i].bounds) ++begins_[startOf(static_cast<Index>(i))];
     for (std::size_t i = 1; i < begins_.size(); ++i)
         begins_[i] += begins_[i - 1];
     leaving_.resize(begins_.back());
-    std::vector<Index> next(begins_.begin(), begins_.end() - 1);
-    for (std::size_t i = 0; i < edges_.size(); ++i)
-        if (sides_[i].bounds) leaving_[next[startOf(static_cast<Index>(i))]++] = static_cast<Index>(i);
+    for (std::size_t i = edges_.size(); i-- > 0;) // each end sinks to the begin of its vertex
+        if (sides_[i].bounds) leaving_[--begins_[startOf(static_cast<Index>(i))]] = static_cast<Index>(i);
 }
 
 void Tracer::traceFrom(Index first) {
-    std::vector<Index> ring;
+    walk_.clear();
     for (Index edge = first; edge != none && !visited_[edge]; edge = following(edge)) {
         visited_[edge] = 1;
-        ring.push_back(edge);
+        walk_.push_back(edge);
     }
-    if (boundsHole(ring))
-        addHoleLoops(ring);
+    if (boundsHole(walk_))
+        addHoleLoops(walk_);
     else
-        addRing(std::move(ring), false);
+        addRing(std::vector<Index>(walk_), false);
 }
 
 /// The edge that goes on around the same corner of the result: the first one met when
 /// turning clockwise from the way back. So regions that only touch at the vertex part there.
 Index Tracer::following(Index edge) const {
     Index const vertex = endOf(edge);
-    Index best = none;
-    for (Index i = begins_[vertex]; i < begins_[vertex + 1]; ++i)
-        if (best == none || turnsSooner(edge, leaving_[i], best)) best = leaving_[i];
+    Index best = begins_[vertex] < begins_[vertex + 1] ? leaving_[begins_[vertex]] : none;
+    for (Index i = begins_[vertex] + 1; i < begins_[vertex + 1]; ++i)
+        if (turnsSooner(edge, leaving_[i], best)) best = leaving_[i];
     return best;
 }
 

@@ -1,6 +1,7 @@
 // The steps of a clipping, from contours to edges and back.
 #include "host/Geometry/ClippingEngine.h"
 
+#include "host/Geometry/ClipShortcuts.h"
 #include "host/Geometry/ClipTracer.h"
 
 #include <stdexcept>
@@ -34,19 +35,35 @@ void Engine::makeEdges(Grid &grid, std::vector<Edge> &edges) const {
     }
 }
 
+bool Engine::runShort(Inside const &inside, std::vector<Contour> &result) const {
+    constexpr std::size_t few = 8; // beyond it the contours are hardly ever all apart
+    if (contours_.size() > few) return false;
+    std::vector<Outline> outlines;
+    outlines.reserve(contours_.size());
+    std::size_t begin = 0;
+    for (ContourEnd const &contour : contours_) {
+        if (contour.end > begin)
+            outlines.push_back({points_.data() + begin, contour.end - begin, contour.operand});
+        begin = contour.end;
+    }
+    return clipApart(outlines, inside.operation(), Grid::cellSize(bound_), result);
+}
+
 std::vector<Contour> Engine::run(Inside const &inside) {
     std::vector<Contour> result;
-    if (bound_.isValid()) {
+    if (bound_.isValid() && !runShort(inside, result)) {
         if (points_.size() >= none / 2) throw std::length_error("too many vertices to clip");
         Grid grid(bound_, points_.size());
         std::vector<Edge> edges;
         edges.reserve(points_.size());
         makeEdges(grid, edges);
-        makePlaneGraph(grid, edges);
+        makePlaneGraph(grid, edges, limits_);
         std::vector<Side> const sides = findSides(grid, edges, inside);
         result = traceContours(grid, edges, sides);
     }
-    *this = Engine();
+    points_.clear();
+    contours_.clear();
+    bound_.reset();
     return result;
 }
 

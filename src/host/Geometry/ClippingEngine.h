@@ -24,14 +24,19 @@ struct Contour {
 /// the edges, count windings on both sides of each edge by a sweep, and walk along the
 /// edges that have the result on one side. All steps are n log n for input whose crossings
 /// are not more than its edges. Which contour made an edge does not matter, so contours may
-/// touch and cross themselves without preparation.
+/// touch and cross themselves without preparation. A few convex contours apart from each
+/// other, the everyday case of single shapes, are passed through instead.
 class Engine {
 public:
     enum Operand { Subject = 0, Clip = 1 };
 
+    /// Limits other than the usual ones are for tests.
+    explicit Engine(NodingLimits const &limits = NodingLimits()) : limits_(limits) {}
+
     /// Adds a contour of points with members x and y. Throws std::invalid_argument for a
     /// coordinate that is not finite.
     template <typename Point> void addContour(Operand operand, Point const *points, std::size_t count) {
+        points_.reserve(points_.size() + count);
         for (std::size_t i = 0; i < count; ++i)
             addPoint(points[i].x, points[i].y);
         endContour(operand);
@@ -49,8 +54,10 @@ private:
 
     void addPoint(double x, double y);
     void endContour(Operand operand);
+    bool runShort(Inside const &inside, std::vector<Contour> &result) const;
     void makeEdges(Grid &grid, std::vector<Edge> &edges) const;
 
+    NodingLimits limits_;
     std::vector<Vec2T<double>> points_;
     std::vector<ContourEnd> contours_;
     Bound2D bound_;

@@ -3,6 +3,7 @@
 
 #include "host/Geometry/ClippingEngine.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -26,8 +27,8 @@ void addContours(Engine &engine, Engine::Operand operand, std::vector<Contour> c
 /// Adds the holes so that non-zero filling covers what any of them covers: each made clean
 /// on its own, since even-odd filling of all at once would leave out where two overlap.
 void addHoles(Engine &engine, std::vector<Polygon2D> const &holes) {
+    Engine cleaner;
     for (Polygon2D const &hole : holes) {
-        Engine cleaner;
         addPolygon(cleaner, Engine::Subject, hole);
         addContours(engine, Engine::Clip,
                     cleaner.run({Inside::Operation::Union, Inside::Fill::EvenOdd, Inside::Fill::EvenOdd}));
@@ -46,6 +47,17 @@ void addSide(Engine &engine, Engine::Operand operand, Polygon2D const &polygon,
     addHoles(puncher, holes);
     addContours(engine, operand,
                 puncher.run({Inside::Operation::Difference, Inside::Fill::EvenOdd, Inside::Fill::NonZero}));
+}
+
+bool isSamePolygon(Polygon2D const &a, Polygon2D const &b) {
+    return std::equal(a.beginPoints(), a.endPoints(), b.beginPoints(), b.endPoints(),
+                      [](auto const &p, auto const &q) { return p.x == q.x && p.y == q.y; });
+}
+
+bool isSameSide(Polygon2D const &a, std::vector<Polygon2D> const &aHoles, Polygon2D const &b,
+                std::vector<Polygon2D> const &bHoles) {
+    return isSamePolygon(a, b) &&
+           std::equal(aHoles.begin(), aHoles.end(), bHoles.begin(), bHoles.end(), isSamePolygon);
 }
 
 bool operationOf(int code, Inside::Operation &operation) {
@@ -84,7 +96,10 @@ bool PolygonClipper::clipPolygon(Polygon2D const &subject, std::vector<Polygon2D
     try {
         Engine engine;
         addSide(engine, Engine::Subject, subject, subjectHoles);
-        addSide(engine, Engine::Clip, clip, clipHoles);
+        if (!done || operation == Difference || !isSameSide(subject, subjectHoles, clip, clipHoles))
+            addSide(engine, Engine::Clip, clip, clipHoles);
+        else
+            inside = Inside::Operation::Union; // with itself, as cleaning is asked for: one side tells all
         if (done) result = engine.run({inside, Inside::Fill::EvenOdd, Inside::Fill::EvenOdd});
     } catch (std::logic_error const &) { // a coordinate or the input as a whole was refused
         done = false;

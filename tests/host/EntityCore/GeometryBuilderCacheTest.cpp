@@ -101,7 +101,8 @@ TEST_F(GeometryBuilderCache, ParentFollowsWhenItIsBuiltAnewAndGoesWhenItIsDelete
     Entity *const component = addComponent();
     builder.buildPart(board, true);
     Geometry::Part const *const part = builder.getPart(component);
-    EXPECT_EQ(part->getParent(), builder.buildPart(board));
+    Geometry::Part const *const anew = builder.buildPart(board);
+    EXPECT_EQ(part->getParent(), anew);
     builder.deletePart(board, false, false);
     EXPECT_EQ(builder.getPart(component), part);
     EXPECT_EQ(part->getParent(), nullptr);

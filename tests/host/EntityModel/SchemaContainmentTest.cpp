@@ -7,8 +7,8 @@
 using namespace EntityModel;
 
 TEST(SchemaContainment, EveryPlaceTakesItsType) {
-    const SampleModel sample;
     for (const Place &place : places()) {
+        const SampleModel sample; // A new one each time: the child of an owning link is replaced.
         Entity *const made = create(sample[place.parent], place.list, place.child, "x");
         ASSERT_NE(made, nullptr) << place.parent << " / " << place.list << " / " << place.child;
         EXPECT_EQ(made->getType().getLabel(), place.child);
@@ -65,8 +65,8 @@ TEST(SchemaContainment, NewSubcomponentGroupHasOneObstruction) {
 }
 
 TEST(SchemaContainment, OtherNewEntitiesHaveNoChildrenAndNoTargets) {
-    const SampleModel sample;
     for (const Place &place : places()) {
+        const SampleModel sample;
         Entity *const made = create(sample[place.parent], place.list, place.child);
         std::vector<Entity *> children;
         made->getChildEntities(children);

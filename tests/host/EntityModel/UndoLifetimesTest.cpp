@@ -56,7 +56,18 @@ TEST_F(UndoLifetimes, UnderADisablerNothingIsRecordedNotEvenByAnOpenerInIt) {
     EXPECT_EQ(stack().numSteps(), before + 1); // And recording goes on behind it.
 }
 
-TEST_F(UndoLifetimes, AnUnrecordedDeletionDropsWhatWasUndone) {
+TEST_F(UndoLifetimes, AnUnrecordedValueDropsWhatWasUndone) {
+    linkConductor(pcb, copper);
+    stack().undo();
+    {
+        const UndoStackDisabler disabler;
+        set(pcb, "Name", "A");
+    }
+    EXPECT_FALSE(stack().redo());
+    EXPECT_TRUE(stack().undo());
+}
+
+TEST_F(UndoLifetimes, AnUnrecordedDeletionForgetsTheSteps) {
     linkConductor(pcb, copper);
     stack().undo();
     {
@@ -64,18 +75,29 @@ TEST_F(UndoLifetimes, AnUnrecordedDeletionDropsWhatWasUndone) {
         EntityEditor::deleteEntity(copper);
     }
     EXPECT_FALSE(stack().redo());
+    EXPECT_FALSE(stack().undo());
     EXPECT_EQ(conductor(), nullptr);
 }
 
-TEST_F(UndoLifetimes, UndoBeforeAnUnrecordedDeletionNeverLinksToWhatIsGone) {
-    linkConductor(pcb, copper);
-    linkConductor(pcb, nullptr);
+TEST_F(UndoLifetimes, AnUnrecordedMoveForgetsTheSteps) {
+    Entity *const component = create(pcb, "Components", "Component");
     {
         const UndoStackDisabler disabler;
-        EntityEditor::deleteEntity(copper);
+        ASSERT_TRUE(EntityEditor::moveEntity(component, chassis));
     }
-    ASSERT_TRUE(stack().undo());
-    EXPECT_EQ(conductor(), nullptr);
+    EXPECT_FALSE(stack().undo());
+    EXPECT_EQ(component->getOwnerEntity(), chassis);
+}
+
+TEST_F(UndoLifetimes, WhatAStepHoldsTakesNoChildrenAndGivesNone) {
+    Entity *const hole = create(pcb, "Holes", "PCB Hole");
+    EntityEditor::deleteEntity(pcb);
+    const std::string before = text();
+    EXPECT_EQ(create(pcb, "Holes", "PCB Hole"), nullptr);
+    EXPECT_FALSE(EntityEditor::deleteEntity(hole));
+    EXPECT_FALSE(linkConductor(pcb, copper));
+    stack().undo();
+    EXPECT_EQ(hole->getOwnerEntity(), pcb);
 }
 
 TEST_F(UndoLifetimes, AnExceptionClosesTheStepWithWhatWasDone) {
