@@ -11,9 +11,9 @@ namespace {
 
 using Points = std::vector<EDAOutline::EDAPoint>;
 
-/// A coordinate as the number of its grid line. Two coordinates that are equal within the
-/// tolerance have the same number, or numbers 1 apart: cells are two tolerances wide, so that
-/// no rounding takes them 2 apart.
+// A coordinate as the number of its grid line. Two coordinates that are equal within the
+// tolerance have the same number, or numbers 1 apart: cells are two tolerances wide, so that
+// no rounding takes them 2 apart.
 double gridLine(double value) {
     double const quotient = value / (2.0 * EDAOutline::ptTol);
     // The most extreme coordinates have no number; there, equal means identical.
@@ -57,9 +57,9 @@ std::vector<Cell> cellsOf(std::vector<Entry> const &entries) {
     return cells;
 }
 
-/// Looks for earlier answers to the points of `cell` among those of `other`. The points of a cell
-/// fall into a few groups of equal ones, and a search ends at the next point of its own group:
-/// so all searches together pass over `other` only a few times.
+// Looks for earlier answers to the points of `cell` among those of `other`. The points of a cell
+// fall into a few groups of equal ones, and a search ends at the next point of its own group:
+// so all searches together pass over `other` only a few times.
 void searchCell(Points const &points, Cell const &cell, Cell const &other, std::vector<std::size_t> &next) {
     auto start = other.begin;
     for (auto entry = cell.begin; entry != cell.end; ++entry) {
@@ -70,8 +70,8 @@ void searchCell(Points const &points, Cell const &cell, Cell const &other, std::
     }
 }
 
-/// Calls `visit(cell, neighbour)` for each occupied cell and each of its occupied neighbours whose
-/// column lies `step` further on and whose row is at most 1 away.
+// Calls `visit(cell, neighbour)` for each occupied cell and each of its occupied neighbours whose
+// column lies `step` further on and whose row is at most 1 away.
 template <typename Visit> void forNeighbours(std::vector<Cell> const &cells, double step, Visit visit) {
     auto first = cells.begin();
     for (Cell const &cell : cells) {

@@ -14,13 +14,13 @@ namespace EDA {
 
 namespace {
 
-/// Below this number a plain walk is as fast and needs no table.
+// Below this number a plain walk is as fast and needs no table.
 constexpr std::size_t walkLimit = 8;
 
-/// Width of a grid cell. It must be more than twice the tolerance plus the rounding of a
-/// double near 8192, above which doubles lie farther apart than the tolerance: then sizes
-/// that match lie in the cells of (size - tolerance) and (size + tolerance). The wider it is,
-/// the more different definitions a hostile file can put into one cell.
+// Width of a grid cell. It must be more than twice the tolerance plus the rounding of a
+// double near 8192, above which doubles lie farther apart than the tolerance: then sizes
+// that match lie in the cells of (size - tolerance) and (size + tolerance). The wider it is,
+// the more different definitions a hostile file can put into one cell.
 constexpr double cellWidth = 6e-12;
 
 double cellOf(double size) { return std::floor(size / cellWidth) + 0.0; }
@@ -58,7 +58,7 @@ template <typename Definition> std::size_t keyHash(Definition const &definition)
     return hash;
 }
 
-/// Calls `use` with the hash of each combination of cells that a matching definition can lie in.
+// Calls `use` with the hash of each combination of cells that a matching definition can lie in.
 template <typename Definition, typename Use> void eachNeighbourHash(Definition const &wanted, Use use) {
     auto const sizes = sizesOf(wanted);
     auto const text = textHash(wanted);
@@ -76,7 +76,7 @@ template <typename Definition, typename Use> void eachNeighbourHash(Definition c
     }
 }
 
-/// Shaped and associated vias, and sizes that are not numbers, don't even match themselves.
+// Shaped and associated vias, and sizes that are not numbers, don't even match themselves.
 template <typename Definition> bool canMatch(Definition const &definition) {
     return definition.isInstanceOf(definition);
 }
@@ -113,7 +113,7 @@ std::size_t DefinitionTable<Definition>::firstInChain(std::vector<Definition> co
     return at;
 }
 
-/// An exact repetition is never the first match; leaving it out keeps the chains short.
+// An exact repetition is never the first match; leaving it out keeps the chains short.
 template <typename Definition>
 bool DefinitionTable<Definition>::holdsEqual(std::vector<Definition> const &stored,
                                              Definition const &definition, std::size_t hash) const {

@@ -8,7 +8,7 @@
 
 namespace EDA {
 
-/// The first definition that `wanted.isInstanceOf` accepts, or null.
+// The first definition that `wanted.isInstanceOf` accepts, or null.
 template <typename Definition>
 Definition *findDefinition(std::vector<Definition> &list, LazyTable<DefinitionTable<Definition>> &table,
                            Definition const &wanted) {
@@ -16,8 +16,8 @@ Definition *findDefinition(std::vector<Definition> &list, LazyTable<DefinitionTa
     return at == PositionChains::none ? nullptr : &list[at];
 }
 
-/// With `merge`, adds name and location to the definition found as a further instance; without
-/// it, or when none is found, appends a copy.
+// With `merge`, adds name and location to the definition found as a further instance; without
+// it, or when none is found, appends a copy.
 template <typename Definition>
 void addDefinition(std::vector<Definition> &list, LazyTable<DefinitionTable<Definition>> &table,
                    Definition const &added, bool merge) {
@@ -27,7 +27,7 @@ void addDefinition(std::vector<Definition> &list, LazyTable<DefinitionTable<Defi
         list.push_back(added);
 }
 
-/// With 0 the number of definitions, otherwise of definitions and all their instances.
+// With 0 the number of definitions, otherwise of definitions and all their instances.
 template <typename Definition>
 std::size_t numDefinitions(std::vector<Definition> const &list, int withInstances) {
     auto count = list.size();

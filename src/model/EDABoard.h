@@ -20,29 +20,29 @@
 
 namespace EDA {
 
-/// A printed circuit board as its design file tells it: the edge with its cut-outs, the stack
-/// of layers, component definitions and their placements, holes, bumps, keepouts and wires.
-/// Each reader fills one; the import and the writers walk one.
-///
-///     EDABoard board;
-///     board.setUnits("mm");
-///     board.addPoint(0, 0.0, 0.0, 0.0); // ... the edge
-///     EDAComponent part("ELECTRICAL");
-///     part.setName("QFP64");
-///     board.addComponent(part, true);
-///     EDAComponentPlacement placed;
-///     placed.setName(part.getName()); // after addComponent, which may have renamed the part
-///     board.addComponentPlacement(placed);
-///
-/// Guarantees and caveats:
-/// - Lengths are in the board's units, named by `getUnits`; nothing here converts them.
-/// - All is held by value, in the order added; a copy is a deep copy. Objects refer to each
-///   other by name only.
-/// - A pointer, reference or iterator into one of the collections is valid until the next
-///   addition to that collection.
-/// - Searches use tables that are made at the first search and kept up to date behind `const`,
-///   also when stored objects are renamed through iterators. A board belongs to one thread at a time.
-/// - Nothing here reports an error: a search that finds nothing says so by its result.
+// A printed circuit board as its design file tells it: the edge with its cut-outs, the stack
+// of layers, component definitions and their placements, holes, bumps, keepouts and wires.
+// Each reader fills one; the import and the writers walk one.
+//
+//     EDABoard board;
+//     board.setUnits("mm");
+//     board.addPoint(0, 0.0, 0.0, 0.0); // ... the edge
+//     EDAComponent part("ELECTRICAL");
+//     part.setName("QFP64");
+//     board.addComponent(part, true);
+//     EDAComponentPlacement placed;
+//     placed.setName(part.getName()); // after addComponent, which may have renamed the part
+//     board.addComponentPlacement(placed);
+//
+// Guarantees and caveats:
+// - Lengths are in the board's units, named by `getUnits`; nothing here converts them.
+// - All is held by value, in the order added; a copy is a deep copy. Objects refer to each
+//   other by name only.
+// - A pointer, reference or iterator into one of the collections is valid until the next
+//   addition to that collection.
+// - Searches use tables that are made at the first search and kept up to date behind `const`,
+//   also when stored objects are renamed through iterators. A board belongs to one thread at a time.
+// - A search that finds nothing says so by its result. Only `getNthLayer` throws.
 class EDABoard {
 public:
     using ComponentIterator = std::vector<EDAComponent>::iterator;
@@ -73,7 +73,7 @@ public:
     double getThickness() const { return thickness_; }
 
     void setImportType(std::string const &type) { importType_ = type; }
-    /// True when the import type is empty or "BASELINE" (case counts).
+    // True when the import type is empty or "BASELINE" (case counts).
     bool isBaselineImport() const { return importType_.empty() || importType_ == "BASELINE"; }
 
     void setConductorMaterial(std::string const &material) { conductorMaterial_ = material; }
@@ -86,22 +86,22 @@ public:
     void setSourceLibraryFile(std::string const &filename) { sourceLibraryFile_ = filename; }
     void getSourceFilename(std::string &board, std::string &library) const;
 
-    /// Whether the top offsets of the layers are to be trusted.
+    // Whether the top offsets of the layers are to be trusted.
     void setGoodEDA(bool const &good) { goodEDA_ = good; }
     bool getGoodEDA() const { return goodEDA_; }
 
     // The edge.
 
-    /// The board edge; its internal outlines are the cut-outs.
+    // The board edge; its internal outlines are the cut-outs.
     EDAOutline &getOutline() { return outline_; }
     EDAOutline const &getOutline() const { return outline_; }
-    /// `EDAOutline::addPoint` on the outline: index 0 is the edge, higher ones are cut-outs.
+    // `EDAOutline::addPoint` on the outline: index 0 is the edge, higher ones are cut-outs.
     void addPoint(int outline, double x, double y, double angle) { outline_.addPoint(outline, x, y, angle); }
-    /// Turns one cut-out, counted from 0, by `angle` degrees about (`x`, `y`). Any other index
-    /// does nothing.
+    // Turns one cut-out, counted from 0, by `angle` degrees about (`x`, `y`). Any other index
+    // does nothing.
     void rotateInternalOutline(int index, double angle, double x, double y);
 
-    /// Append a copy; the argument is not changed.
+    // Append a copy; the argument is not changed.
     void addRouteOutline(EDAOutline &outline) { routeOutlines_.push_back(outline); }
     std::size_t numRouteOutlines() const { return routeOutlines_.size(); }
     OutlineIterator beginRouteOutlines() const { return routeOutlines_.begin(); }
@@ -114,11 +114,11 @@ public:
 
     // Components and placements.
 
-    /// Appends a copy. With `checkDuplicates`, a stored component of the same name and part
-    /// number decides: with the same height and outline the new one is dropped; otherwise
-    /// "-1", "-2" and so on is appended to the new one's name, IN THE CALLER'S OBJECT TOO.
-    /// Only the first stored namesake is compared: a third shape that equals the second
-    /// still gets a name of its own, which is intended.
+    // Appends a copy. With `checkDuplicates`, a stored component of the same name and part
+    // number decides: with the same height and outline the new one is dropped; otherwise
+    // "-1", "-2" and so on is appended to the new one's name, IN THE CALLER'S OBJECT TOO.
+    // Only the first stored namesake is compared: a third shape that equals the second
+    // still gets a name of its own, which is intended.
     void addComponent(EDAComponent &component, bool checkDuplicates);
     std::size_t numComponents() const { return components_.size(); }
     ComponentIterator beginComponents() { return components_.begin(); }
@@ -126,7 +126,7 @@ public:
     ConstComponentIterator beginComponents() const { return components_.begin(); }
     ConstComponentIterator endComponents() const { return components_.end(); }
 
-    /// Appends a copy; the argument is not changed.
+    // Appends a copy; the argument is not changed.
     void addComponentPlacement(EDAComponentPlacement &placement) { placements_.push_back(placement); }
     void addComponentPlacement(EDAComponentPlacement &&placement);
     std::size_t numComponentPlacements() const { return placements_.size(); }
@@ -135,34 +135,34 @@ public:
     ConstPlacementIterator beginPlacements() const { return placements_.begin(); }
     ConstPlacementIterator endPlacements() const { return placements_.end(); }
 
-    /// The first component with the placement's name and part number, otherwise the first with
-    /// its name, otherwise null.
+    // The first component with the placement's name and part number, otherwise the first with
+    // its name, otherwise null.
     EDAComponent const *findComponent(EDAComponentPlacement const &placement) const;
-    /// Appends copies of the placements with the component's name and part number to `found`.
-    /// If `found` is empty after that, appends those with its name alone.
+    // Appends copies of the placements with the component's name and part number to `found`.
+    // If `found` is empty after that, appends those with its name alone.
     void findComponentPlacements(EDAComponent const &component,
                                  std::vector<EDAComponentPlacement> &found) const;
 
     // Keepouts, holes, bumps and wires.
 
-    /// Appends a copy; the argument is not changed.
+    // Appends a copy; the argument is not changed.
     void addKeepout(EDAKeepout &keepout) { keepouts_.push_back(keepout); }
     std::size_t numKeepouts() const { return keepouts_.size(); }
     KeepoutIterator beginKeepouts() const { return keepouts_.begin(); }
     KeepoutIterator endKeepouts() const { return keepouts_.end(); }
 
-    /// With `merge`, adds the via's name and location to the first stored definition that
-    /// `via.isInstanceOf` accepts. Without it, or when there is none, appends a copy.
+    // With `merge`, adds the via's name and location to the first stored definition that
+    // `via.isInstanceOf` accepts. Without it, or when there is none, appends a copy.
     void addVia(EDAVia const &via, bool merge);
-    /// The first stored definition that `via.isInstanceOf` accepts, or null. Its time does not
-    /// grow with the number of vias.
+    // The first stored definition that `via.isInstanceOf` accepts, or null. Its time does not
+    // grow with the number of vias.
     EDAVia *findViaDefinition(EDAVia const &via);
-    /// With 0 the number of definitions, otherwise of definitions and all their instances.
+    // With 0 the number of definitions, otherwise of definitions and all their instances.
     std::size_t numVias(int withInstances) const;
     ViaIterator beginVias() const { return vias_.begin(); }
     ViaIterator endVias() const { return vias_.end(); }
 
-    /// As `addVia`, `findViaDefinition` and `numVias`.
+    // As `addVia`, `findViaDefinition` and `numVias`.
     void addBump(EDABump const &bump, bool merge);
     EDABump *findBumpDefinition(EDABump const &bump);
     std::size_t numBumps(int withInstances) const;
@@ -176,29 +176,29 @@ public:
 
     // Layers.
 
-    /// Appends a copy; the argument is not changed.
+    // Appends a copy; the argument is not changed.
     void addLayer(EDABoardLayer &layer) { layers_.push_back(layer); }
     void addLayer(EDABoardLayer &&layer);
     std::size_t numLayers() const { return layers_.size(); }
-    /// Counted from 0. A bad index throws `std::out_of_range`.
+    // Counted from 0. A bad index throws `std::out_of_range`.
     EDABoardLayer &getNthLayer(int index);
     EDABoardLayer const &getNthLayer(int index) const;
-    /// A copy of the first layer with exactly this name, or nothing. It copies all traces too.
+    // A copy of the first layer with exactly this name, or nothing. It copies all traces too.
     std::optional<EDABoardLayer> getLayer(std::string const &name) const;
-    /// The same layer itself, or null.
+    // The same layer itself, or null.
     EDABoardLayer const *findLayer(std::string const &name) const;
     LayerIterator beginLayers() const { return layers_.begin(); }
     LayerIterator endLayers() const { return layers_.end(); }
-    /// Number of layers, loose traces and traces of nets, modulo 2^32.
+    // Number of layers, loose traces and traces of nets, modulo 2^32.
     std::size_t numLayersAndTraces() const;
 
     // Sizes.
 
-    /// The larger extent of the board outline with its cut-outs; 0.0 without one.
+    // The larger extent of the board outline with its cut-outs; 0.0 without one.
     double getModelDimension() const;
-    /// Limits of the board outline, keepouts, route and placement outlines, components placed
-    /// on top (shifted, but not turned) and loose traces. Components on the bottom and traces
-    /// of nets don't count, vias only when nothing else has an extent. All 0.0 when nothing has.
+    // Limits of the board outline, keepouts, route and placement outlines, components placed
+    // on top (shifted, but not turned) and loose traces. Components on the bottom and traces
+    // of nets don't count, vias only when nothing else has an extent. All 0.0 when nothing has.
     void getOverallBound(double &xLow, double &yLow, double &xHigh, double &yHigh) const;
 
 private:

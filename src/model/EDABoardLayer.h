@@ -12,8 +12,9 @@
 
 namespace EDA {
 
-/// A layer: its place in the stack and materials, loose traces in the order added, and nets
-/// sorted by name. Lengths are in the board's units, conductivity in W/(m K).
+// A layer: its place in the stack and materials, loose traces in the order added, and nets
+// sorted by name. Lengths are in the board's units; the uniform conductivity is the plain
+// number that the source gives.
 class EDABoardLayer {
 public:
     using TraceIterator = std::vector<EDATrace>::const_iterator;
@@ -34,15 +35,15 @@ public:
     void setThickness(double thickness) { thickness_ = thickness; }
     double getThickness() const { return thickness_; }
 
-    /// Distance of the layer's top from the board's. Not greater than -1000.0: none was given.
+    // Distance of the layer's top from the board's. Not greater than -1000.0: none was given.
     void setTopOffset(double offset) { topOffset_ = offset; }
     double getTopOffset() const { return topOffset_; }
 
-    /// Path of an image of the layer on disk.
+    // Path of an image of the layer on disk.
     void setImageFilename(std::string const &filename) { imageFilename_ = filename; }
     std::string const &getImageFilename() const { return imageFilename_; }
 
-    /// The colour that marks conductor in the image.
+    // The colour that marks conductor in the image.
     void setImageConductorColour(int red, int green, int blue);
     void getImageConductorColour(int &red, int &green, int &blue) const;
 
@@ -55,27 +56,27 @@ public:
     void setDielectricMaterial(std::string const &material) { dielectricMaterial_ = material; }
     std::string const &getDielectricMaterial() const { return dielectricMaterial_; }
 
-    /// Appends a copy to the loose traces and returns a pointer to it, valid until the next
-    /// addition. The argument is not changed.
+    // Appends a copy to the loose traces and returns a pointer to it, valid until the next
+    // addition. The argument is not changed.
     EDATrace *addTrace(EDATrace &trace);
     EDATrace *addTrace(EDATrace &&trace);
     std::size_t numTraces() const { return traces_.size(); }
     TraceIterator beginTraces() const { return traces_.begin(); }
     TraceIterator endTraces() const { return traces_.end(); }
 
-    /// Appends a copy of `hole`, whose hole flag stays as it is, to the internal outlines of the
-    /// last loose trace that is not a route. Without such a trace, nothing happens.
+    // Appends a copy of `hole`, whose hole flag stays as it is, to the internal outlines of the
+    // last loose trace that is not a route. Without such a trace, nothing happens.
     void addHoleToLastTrace(EDAOutline const &hole);
 
-    /// Adds a copy and sorts the nets by name, without regard to case. Makes indices, pointers
-    /// and iterators of nets invalid.
+    // Adds a copy and sorts the nets by name, without regard to case. Makes indices, pointers
+    // and iterators of nets invalid.
     void addNet(EDANet const &net) { nets_.add(net); }
     void addNet(EDANet &&net);
     std::size_t numNets() const { return nets_.size(); }
-    /// The net at a place of the order, counted from 0. A bad index throws `std::out_of_range`.
+    // The net at a place of the order, counted from 0. A bad index throws `std::out_of_range`.
     EDANet &getNthNet(int index) { return nets_.at(index, "EDABoardLayer::getNthNet"); }
     EDANet const &getNthNet(int index) const { return nets_.at(index, "EDABoardLayer::getNthNet"); }
-    /// The first net with exactly this name (case counts), or null.
+    // The first net with exactly this name (case counts), or null.
     EDANet *findNet(std::string const &name) { return nets_.find(name); }
     NetIterator beginNets() const { return nets_.begin(); }
     NetIterator endNets() const { return nets_.end(); }

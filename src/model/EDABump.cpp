@@ -7,7 +7,7 @@ namespace EDA {
 
 namespace {
 
-/// The group that a bump's name spells, or an empty text.
+// The group that a bump's name spells, or an empty text.
 std::string groupInName(std::string const &name) {
     auto const marker = name.find("!!");
     if (marker == std::string::npos) return {};

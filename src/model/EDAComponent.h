@@ -10,13 +10,13 @@
 
 namespace EDA {
 
-/// A body outline, a height and free-form properties. Lengths are in the component's own
-/// units, -1.0 a mold size that was not given.
+// A body outline, a height and free-form properties. Lengths are in the component's own
+// units, -1.0 a mold size that was not given.
 class EDAComponent {
 public:
     using PropertyIterator = std::vector<std::pair<std::string, std::string>>::const_iterator;
 
-    /// `type`: "ELECTRICAL" or "MECHANICAL", or another word of the source.
+    // `type`: "ELECTRICAL" or "MECHANICAL", or another word of the source.
     explicit EDAComponent(std::string const &type);
     EDAComponent(EDAComponent const &);
     EDAComponent(EDAComponent &&) noexcept;
@@ -25,7 +25,7 @@ public:
     virtual ~EDAComponent();
 
     std::string const &getType() const { return type_; }
-    /// True when the type is "ELECTRICAL", without regard to case.
+    // True when the type is "ELECTRICAL", without regard to case.
     bool isElectrical() const;
 
     void setName(std::string const &name);
@@ -43,41 +43,41 @@ public:
     void setHeight(double height) { height_ = height; }
     double getHeight() const { return height_; }
 
-    /// Left out of the import.
+    // Left out of the import.
     void setFiltered(bool filtered) { filtered_ = filtered; }
     bool isFiltered() const { return filtered_; }
 
-    /// The entity type chosen for the import.
+    // The entity type chosen for the import.
     void setImportToType(std::string const &type) { importToType_ = type; }
     std::string const &getImportToType() const { return importToType_; }
 
     void setCylinderOriginToCentre(bool const &centre) { cylinderOriginToCentre_ = centre; }
-    /// Reads the flag and, in spite of its name, changes nothing: this is intended.
+    // Reads the flag and, in spite of its name, changes nothing: this is intended.
     bool const &resetCylinderOriginToCentre() const { return cylinderOriginToCentre_; }
 
     EDAOutline &getOutline() { return outline_; }
     EDAOutline const &getOutline() const { return outline_; }
-    /// `EDAOutline::addPoint` on the outline.
+    // `EDAOutline::addPoint` on the outline.
     void addPoint(int outline, double x, double y, double angle) { outline_.addPoint(outline, x, y, angle); }
-    /// True when the outline has a stored point.
+    // True when the outline has a stored point.
     bool hasGeometry() const { return !outline_.empty(); }
-    /// Diagonal of the outline's own bound; 0 without geometry.
+    // Diagonal of the outline's own bound; 0 without geometry.
     double getSize() const;
 
-    /// Appends the pair; an earlier one with the same key stays.
+    // Appends the pair; an earlier one with the same key stays.
     void addProperty(std::string const &key, std::string const &value) {
         properties_.emplace_back(key, value);
     }
     PropertyIterator beginProperties() const { return properties_.begin(); }
     PropertyIterator endProperties() const { return properties_.end(); }
 
-    /// Value of the first property "POWER_OPR" (with case), in watts; 0.0 without one or where
-    /// it is no number.
+    // Value of the first property "POWER_OPR" (with case), in milliwatts; 0.0 without one or
+    // where it is no number.
     double getPower() const;
-    /// "junction to board,junction to case" from the last "THETA_JB" and the last "THETA_JC",
-    /// one that is missing as the text for 0. Empty when both are missing or empty.
+    // "junction to board,junction to case" from the last "THETA_JB" and the last "THETA_JC",
+    // one that is missing as the text for 0. Empty when both are missing or empty.
     std::string get2RValues() const;
-    /// The same from the last "POWER_MAX" and the last "POWER_OPR".
+    // The same from the last "POWER_MAX" and the last "POWER_OPR".
     std::string getPowerValues() const;
 
     void setMoldEnabled(bool enabled) { moldEnabled_ = enabled; }
@@ -90,12 +90,12 @@ public:
     double const &getMoldLength() const { return moldLength_; }
     void setMoldWidth(double width) { moldWidth_ = width; }
     double const &getMoldWidth() const { return moldWidth_; }
-    /// Stores into the mold width: this is intended. The height stays "not given", and the
-    /// last call of either setter is the width; the import relies on both.
+    // Stores into the mold width: this is intended. The height stays "not given", and the
+    // last call of either setter is the width; the import relies on both.
     void setMoldHeight(double height) { moldWidth_ = height; }
     double const &getMoldHeight() const { return moldHeight_; }
 
-    /// For look-up tables: from now on, count changes of name and part number.
+    // For look-up tables: from now on, count changes of name and part number.
     void watchKey() const { keyWatch_.watch(); }
 
 private:

@@ -17,7 +17,7 @@ namespace {
 
 double finiteOrZero(double value) { return std::isinf(value) ? 0.0 : value; }
 
-/// Below this, turns are taken off at once: adding them one by one would not end.
+// Below this, turns are taken off at once: adding them one by one would not end.
 constexpr double stepwiseLimit = -3600.0;
 
 double notNegative(double angle) {
@@ -26,6 +26,12 @@ double notNegative(double angle) {
     while (angle < 0.0)
         angle += 360.0;
     return angle;
+}
+
+// Digits and a point, as nearly every file writes an offset: no need for a stream.
+bool isShortDecimal(std::string const &text) {
+    bool const isShort = text.size() < 16 && text.find_first_not_of("0123456789.") == std::string::npos;
+    return isShort && text.find_first_not_of('.') != std::string::npos && text.find('.') == text.rfind('.');
 }
 
 } // namespace
@@ -53,6 +59,10 @@ void EDAComponentPlacement::setLocation(double x, double y) {
 }
 
 void EDAComponentPlacement::setOffset(std::string const &text) {
+    if (isShortDecimal(text)) {
+        offset_ = parseDouble(text, 0.0, 0.0);
+        return;
+    }
     std::istringstream in(text);
     in.imbue(std::locale::classic());
     double value = 0.0;

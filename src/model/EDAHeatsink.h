@@ -5,7 +5,7 @@
 
 namespace EDA {
 
-/// A plain record. Lengths are in the board's units; -1.0 means that no value was given.
+// A plain record. Lengths are in the board's units; -1.0 means that no value was given.
 class EDAHeatsink {
 public:
     EDAHeatsink();

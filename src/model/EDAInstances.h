@@ -9,25 +9,25 @@
 
 namespace EDA {
 
-/// One further location of a definition, in board units.
+// One further location of a definition, in board units.
 struct EDAInstance {
     std::string name;
     double x = 0.0;
     double y = 0.0;
 };
 
-/// Instance records in the order added; equal ones are kept.
+// Instance records in the order added; equal ones are kept.
 class EDAInstances {
 public:
     void add(std::string const &name, double x, double y) { records_.push_back({name, x, y}); }
     std::size_t size() const { return records_.size(); }
 
-    /// A bad index gives an empty text and 0.0.
+    // A bad index gives an empty text and 0.0.
     std::string getName(int index) const { return holds(index) ? at(index).name : std::string(); }
     double getX(int index) const { return holds(index) ? at(index).x : 0.0; }
     double getY(int index) const { return holds(index) ? at(index).y : 0.0; }
 
-    /// Unites the square of this width around each location.
+    // Unites the square of this width around each location.
     void unite(double width, Geometry::Bound2D &bound) const;
 
 private:

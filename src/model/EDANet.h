@@ -10,7 +10,7 @@
 
 namespace EDA {
 
-/// The traces of one layer that are connected, with the ids that the source gave the net.
+// The traces of one layer that are connected, with the ids that the source gave the net.
 class EDANet {
 public:
     using TraceIterator = std::vector<EDATrace>::const_iterator;
@@ -28,22 +28,22 @@ public:
     void setLocalId(int const &id) { localId_ = id; }
     int const &getLocalId() const { return localId_; }
 
-    /// Renaming a net that a layer holds does not move it; the layer sorts at its next `addNet`.
+    // Renaming a net that a layer holds does not move it; the layer sorts at its next `addNet`.
     void setName(std::string const &name) {
         name_ = name;
         keyWatch_.keyChanged();
     }
     std::string const &getName() const { return name_; }
 
-    /// Appends a copy and returns a pointer to it, valid until the next addition. The argument
-    /// is not changed.
+    // Appends a copy and returns a pointer to it, valid until the next addition. The argument
+    // is not changed.
     EDATrace *addTrace(EDATrace &trace);
     EDATrace *addTrace(EDATrace &&trace);
     std::size_t numTraces() const { return traces_.size(); }
     TraceIterator beginTraces() const { return traces_.begin(); }
     TraceIterator endTraces() const { return traces_.end(); }
 
-    /// For look-up tables: from now on, count changes of the name.
+    // For look-up tables: from now on, count changes of the name.
     void watchKey() const { keyWatch_.watch(); }
 
 private:

@@ -12,12 +12,12 @@ namespace {
 constexpr double sweepTolerance = 1e-9;
 double const pi = std::atan(1.0) * 4.0;
 
-/// The most segments of one arc: a turn and more in steps of 10 degrees needs 36, so only an
-/// angle of more than 3600 degrees is cut short.
+// The most segments of one arc: a turn and more in steps of 10 degrees needs 36, so only an
+// angle of more than 3600 degrees is cut short.
 constexpr int maxSegments = 360;
 
 struct StepRule {
-    double ratioBelow; ///< radius / model dimension
+    double ratioBelow; // radius / model dimension
     double degrees;
 };
 constexpr StepRule stepRules[] = {{0.001, 45.0}, {0.01, 30.0}, {0.05, 15.0}};
@@ -34,7 +34,7 @@ struct Circle {
     double radius;
 };
 
-/// Integer part of the ratio of angle and step, at least 2.
+// Integer part of the ratio of angle and step, at least 2.
 int segmentCount(double ratio) {
     if (!std::isfinite(ratio) || ratio < 2.0) return 2;
     return ratio < maxSegments ? static_cast<int>(ratio) : maxSegments;
@@ -50,8 +50,8 @@ template <int segments> std::array<std::pair<double, double>, segments> makeUnit
     return points;
 }
 
-/// Whole circles from angle 0 are by far the most frequent arcs. Their unit points are kept for
-/// each of the possible steps; null for any other division.
+// Whole circles from angle 0 are by far the most frequent arcs. Their unit points are kept for
+// each of the possible steps; null for any other division.
 std::pair<double, double> const *unitCircle(int segments) {
     static auto const step10 = makeUnitCircle<36>();
     static auto const step15 = makeUnitCircle<24>();
@@ -71,7 +71,7 @@ std::pair<double, double> const *unitCircle(int segments) {
     }
 }
 
-/// Appends the points after `angles.start` in steps of `delta`, numbers 1 to `last`.
+// Appends the points after `angles.start` in steps of `delta`, numbers 1 to `last`.
 void appendArc(Circle const &circle, double start, double delta, int segments, int last,
                EDAOutline::PointList &out) {
     bool const wholeCircle = start == 0.0 && delta == 2.0 * pi / segments && last < segments;
@@ -82,7 +82,7 @@ void appendArc(Circle const &circle, double start, double delta, int segments, i
     }
 }
 
-/// Directions of both ends from the centre, the end turned on until the sweep has the wanted sense.
+// Directions of both ends from the centre, the end turned on until the sweep has the wanted sense.
 Angles arcAngles(Circle const &circle, EDAOutline::EDAPoint const &from, EDAOutline::EDAPoint const &to,
                  bool anticlockwise, bool clockwise) {
     Angles angles{std::atan2(from.y - circle.y, from.x - circle.x),
@@ -100,8 +100,8 @@ double distance(EDAOutline::EDAPoint const &a, EDAOutline::EDAPoint const &b) {
     return std::sqrt(dx * dx + dy * dy);
 }
 
-/// Circle and angles of an arc over a chord. Of the two possible centres, the one counts from which
-/// the sweep comes out as the point's angle. A chord without length gives numbers that are not finite.
+// Circle and angles of an arc over a chord. Of the two possible centres, the one counts from which
+// the sweep comes out as the point's angle. A chord without length gives numbers that are not finite.
 void findArc(EDAOutline::EDAPoint const &from, EDAOutline::EDAPoint const &to, Circle &circle,
              Angles &angles) {
     double const a = to.angle * pi / 180.0;
@@ -123,8 +123,8 @@ void findArc(EDAOutline::EDAPoint const &from, EDAOutline::EDAPoint const &to, C
     angles = arcAngles(circle, from, to, a > 0.0, a < 0.0);
 }
 
-/// Makes room for `extra` entries: exactly, as most outlines have one arc or few, but at least
-/// twofold, so that many arcs stay cheap.
+// Makes room for `extra` entries: exactly, as most outlines have one arc or few, but at least
+// twofold, so that many arcs stay cheap.
 void makeRoom(EDAOutline::PointList &points, std::size_t extra) {
     std::size_t const wanted = points.size() + extra;
     if (wanted > points.capacity()) points.reserve(std::max(wanted, 2 * points.capacity()));

@@ -30,7 +30,8 @@ bool EDAOutline::pointOnLine(std::pair<double, double> const &point,
     double const dx = lineEnd.first - lineStart.first;
     double const dy = lineEnd.second - lineStart.second;
     double const cross = (point.second - lineStart.second) * dx - (point.first - lineStart.first) * dy;
-    // The scale enters unsquared, so the test is stricter on small outlines: this is intended.
+    // The scale enters unsquared, so the allowed distance grows with its square root only: this is
+    // intended. For its size, a small outline loses more points than a large one.
     return (dx * dx + dy * dy) * lineTol * lineTol * scale >= cross * cross;
 }
 

@@ -10,8 +10,8 @@ namespace {
 
 using Point = std::pair<double, double>;
 
-constexpr double rectangleTolerance = 1e-5; ///< share of the area
-constexpr double roundness = 0.15;          ///< share of the width that height may differ by
+constexpr double rectangleTolerance = 1e-5; // share of the area
+constexpr double roundness = 0.15;          // share of the width that height may differ by
 
 double squaredDistance(Point const &a, Point const &b) {
     double const dx = a.first - b.first;
@@ -21,7 +21,7 @@ double squaredDistance(Point const &a, Point const &b) {
 
 double squaredNorm(Point const &p) { return p.first * p.first + p.second * p.second; }
 
-/// Centre of the circle through three points; not finite when they lie on a line.
+// Centre of the circle through three points; not finite when they lie on a line.
 Point circleCentre(Point const &p1, Point const &p2, Point const &p3) {
     auto const [x1, y1] = p1;
     auto const [x2, y2] = p2;
@@ -34,8 +34,8 @@ Point circleCentre(Point const &p1, Point const &p2, Point const &p3) {
             -((x3 - x1) * s2 + (x2 - x3) * s1 + (x1 - x2) * s3) / (2.0 * determinant)};
 }
 
-/// True when a ray from (`x`, `y`) toward positive X crosses the edge. Of the edge's ends, only the
-/// lower one counts as part of it.
+// True when a ray from (`x`, `y`) toward positive X crosses the edge. Of the edge's ends, only the
+// lower one counts as part of it.
 bool rayCrosses(Point const &from, Point const &to, double x, double y) {
     bool const spans = (y >= from.second && to.second > y) || (y >= to.second && from.second > y);
     if (!spans) return false;

@@ -7,8 +7,8 @@
 
 namespace EDA {
 
-/// A trace: either a shape with an area, or a route, whose outline is the centre line of a
-/// stroke of the route width. Lengths are in the board's units.
+// A trace: either a shape with an area, or a route, whose outline is the centre line of a
+// stroke of the route width. Lengths are in the board's units.
 class EDATrace {
 public:
     void setName(std::string const &name) { name_ = name; }
@@ -17,7 +17,7 @@ public:
     void setThickness(double thickness) { thickness_ = thickness; }
     double getThickness() const { return thickness_; }
 
-    /// Makes the trace a route for good, whatever the width.
+    // Makes the trace a route for good, whatever the width.
     void setRouteWidth(double width) {
         routeWidth_ = width;
         definedAsRoute_ = true;
@@ -28,7 +28,7 @@ public:
     EDAOutline &getOutline() { return outline_; }
     EDAOutline const &getOutline() const { return outline_; }
 
-    /// `EDAOutline::addPoint` on the outline.
+    // `EDAOutline::addPoint` on the outline.
     void addPoint(int outline, double x, double y, double angle) { outline_.addPoint(outline, x, y, angle); }
 
 private:

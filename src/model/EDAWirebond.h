@@ -8,7 +8,7 @@
 
 namespace EDA {
 
-/// A wire along a polyline in space. Lengths are in the board's units.
+// A wire along a polyline in space. Lengths are in the board's units.
 class EDAWirebond {
 public:
     EDAWirebond();
@@ -36,7 +36,7 @@ public:
     void addPoint(Geometry::Vec3T<double> const &point) { points_.push_back(point); }
     std::vector<Geometry::Vec3T<double>> const &getPoints() const { return points_; }
 
-    /// Names of the layers where the wire starts and lands.
+    // Names of the layers where the wire starts and lands.
     void setStartLayer(std::string const &layer) { startLayer_ = layer; }
     std::string const &getStartLayer() const { return startLayer_; }
     void setEndLayer(std::string const &layer) { endLayer_ = layer; }

@@ -7,13 +7,13 @@
 
 namespace EDA {
 
-/// Walks from the second point to the end of the list and erases each point for which
-/// `drop(previous, current, next)` holds, where the list counts as closed: the last point comes
-/// before the first. After an erasure the walk steps back one place, or stays where it is at the
-/// first point; so that one can go as well, although the walk does not begin there.
-///
-/// The points before the current one are kept packed at the front, so an erasure moves at most
-/// one point: a million points on a line take no longer than a million others.
+// Walks from the second point to the end of the list and erases each point for which
+// `drop(previous, current, next)` holds, where the list counts as closed: the last point comes
+// before the first. After an erasure the walk steps back one place, or stays where it is at the
+// first point; so that one can go as well, although the walk does not begin there.
+//
+// The points before the current one are kept packed at the front, so an erasure moves at most
+// one point: a million points on a line take no longer than a million others.
 template <typename Point, typename Drop> void eraseOnWalk(std::vector<Point> &points, Drop drop) {
     std::size_t const end = points.size();
     if (end < 2) return;

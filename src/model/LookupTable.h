@@ -9,9 +9,9 @@
 
 namespace EDA {
 
-/// Positions in a vector, chained by the hash of their keys, each chain in the order of
-/// `append`. A position can be in one chain only. Chains can mix keys of equal hash, so the
-/// reader compares the element itself.
+// Positions in a vector, chained by the hash of their keys, each chain in the order of
+// `append`. A position can be in one chain only. Chains can mix keys of equal hash, so the
+// reader compares the element itself.
 class PositionChains {
 public:
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -24,13 +24,13 @@ public:
         chain->second.second = position;
     }
 
-    /// First position of the chain, or `none`.
+    // First position of the chain, or `none`.
     std::size_t first(std::size_t hash) const {
         auto const chain = ends_.find(hash);
         return chain == ends_.end() ? none : chain->second.first;
     }
 
-    /// The position behind this one in its chain, or `none`.
+    // The position behind this one in its chain, or `none`.
     std::size_t next(std::size_t position) const { return next_[position]; }
 
     void clear() {
@@ -43,13 +43,13 @@ private:
     std::vector<std::size_t> next_;
 };
 
-/// Mixes one more hash into `seed`.
+// Mixes one more hash into `seed`.
 inline std::size_t combineHash(std::size_t seed, std::size_t hash) {
     return seed ^ (hash + static_cast<std::size_t>(0x9e3779b97f4a7c15ULL) + (seed << 6) + (seed >> 2));
 }
 
-/// Holds a table that can be rebuilt from its owner at any time. It is made at first use, so
-/// that an owner without searches pays one pointer, and it is not copied with its owner.
+// Holds a table that can be rebuilt from its owner at any time. It is made at first use, so
+// that an owner without searches pays one pointer, and it is not copied with its owner.
 template <typename Table> class LazyTable {
 public:
     LazyTable() = default;

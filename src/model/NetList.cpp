@@ -19,7 +19,7 @@ void NetList::add(EDANet &&net) {
     if (keyChangesSeen_ != KeyWatch::changes()) refreshKeys();
 }
 
-/// A net was renamed in place: an addition puts it where its new name belongs.
+// A net was renamed in place: an addition puts it where its new name belongs.
 void NetList::refreshKeys() {
     keyChangesSeen_ = KeyWatch::changes();
     for (std::size_t i = 0; i < nets_.size(); ++i)

@@ -10,13 +10,13 @@
 
 namespace EDA {
 
-/// Look-up of `Item`s by name and part number, and by name alone. Elements appended to the
-/// vector are taken in at the next search; a vector that shrank, or an element renamed in
-/// place, rebuilds the table. Elements must not be exchanged otherwise.
+// Look-up of `Item`s by name and part number, and by name alone. Elements appended to the
+// vector are taken in at the next search; a vector that shrank, or an element renamed in
+// place, rebuilds the table. Elements must not be exchanged otherwise.
 template <typename Item> class PartTable {
 public:
-    /// Calls `use(item)` for each item with this name and part number, in order, until it
-    /// returns false.
+    // Calls `use(item)` for each item with this name and part number, in order, until it
+    // returns false.
     template <typename Use>
     void eachPart(std::vector<Item> const &items, std::string const &name, std::string const &partNumber,
                   Use use) {
@@ -28,7 +28,7 @@ public:
         }
     }
 
-    /// The same for each item with this name, whatever its part number.
+    // The same for each item with this name, whatever its part number.
     template <typename Use> void eachName(std::vector<Item> const &items, std::string const &name, Use use) {
         update(items);
         for (auto at = byName_.first(hash(name)); at != PositionChains::none; at = byName_.next(at)) {

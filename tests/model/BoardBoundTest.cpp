@@ -114,6 +114,42 @@ TEST(EDABoardBound, ComponentsOnTopCountShiftedButNotTurned) {
     expectBound(board, -5.0, 0.0, 12.0, 10.5);
 }
 
+TEST(EDABoardBound, InternalOutlinesOfAllThatCountsCountToo) {
+    auto board = boardWithEdge();
+    EDAKeepout keepout("Via");
+    EDAOutline route, placement;
+    EDAComponent part("ELECTRICAL");
+    part.setName("A");
+    part.addPoint(0, 0.0, 0.0, 0.0);
+    keepout.addPoint(1, -20.0, 5.0, 0.0);
+    route.addPoint(1, 5.0, -21.0, 0.0);
+    placement.addPoint(1, 22.0, 5.0, 0.0);
+    part.addPoint(1, 0.0, 20.0, 0.0);
+    board.addKeepout(keepout);
+    board.addRouteOutline(route);
+    board.addPlacementOutline(placement);
+    board.addComponent(part, false);
+    place(board, "A", 5.0, 3.0, "TOP");
+    expectBound(board, -20.0, -21.0, 22.0, 23.0);
+    EDATrace trace;
+    trace.addPoint(1, 24.0, 5.0, 0.0);
+    EDABoardLayer layer;
+    layer.addTrace(trace);
+    board.addLayer(layer);
+    expectBound(board, -20.0, -21.0, 24.0, 23.0);
+}
+
+TEST(EDABoardBound, ComponentsOnTopCountAlsoWhereTheyAreUnplaced) {
+    auto board = boardWithEdge();
+    EDAComponent part("ELECTRICAL");
+    part.setName("A");
+    addSquare(part, 0, 0.0, 50.0);
+    board.addComponent(part, false);
+    place(board, "A", 1.0, 1.0, "TOP");
+    board.beginPlacements()->setStatus("UNPLACED");
+    expectBound(board, 0.0, 0.0, 51.0, 51.0);
+}
+
 TEST(EDABoardBound, ComponentsOnTheBottomAndUnknownOnesDoNotCount) {
     auto board = boardWithEdge();
     EDAComponent part("ELECTRICAL");

@@ -28,7 +28,7 @@ EDAComponentPlacement placement(std::string const &name, std::string const &part
     return placed;
 }
 
-/// Adds a component and returns the name that it got.
+// Adds a component and returns the name that it got.
 std::string add(EDABoard &board, EDAComponent part, bool checkDuplicates = true) {
     board.addComponent(part, checkDuplicates);
     return part.getName();
@@ -87,6 +87,17 @@ TEST(EDABoardAddComponent, AnotherOutlineGetsAnotherName) {
     auto other = component("R1");
     other.addPoint(0, 1.0, 1.0, 0.0);
     EXPECT_EQ(add(board, other), "R1-1");
+}
+
+TEST(EDABoardAddComponent, ACutOutOrAPropertyAloneMakesNoDifference) {
+    EDABoard board;
+    auto part = component("R1");
+    part.addPoint(0, 1.0, 1.0, 0.0);
+    EXPECT_EQ(add(board, part), "R1");
+    part.addPoint(1, 2.0, 2.0, 0.0);
+    part.addProperty("POWER_OPR", "1");
+    EXPECT_EQ(add(board, part), "R1");
+    EXPECT_EQ(board.numComponents(), 1u);
 }
 
 TEST(EDABoardAddComponent, OnlyTheFirstNamesakeIsCompared) {

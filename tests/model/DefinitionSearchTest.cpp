@@ -11,7 +11,7 @@
 namespace EDA {
 namespace {
 
-/// The search as a plain walk, and the merging that follows from it.
+// The search as a plain walk, and the merging that follows from it.
 template <typename Definition>
 Definition *naiveFind(std::vector<Definition> &list, Definition const &wanted) {
     for (auto &each : list)
@@ -39,7 +39,7 @@ void expectSame(std::vector<Definition> const &expected, Iterator begin, Iterato
     }
 }
 
-/// A size near one of few values, off by multiples of a part of the tolerance.
+// A size near one of few values, off by multiples of a part of the tolerance.
 double randomSize(std::mt19937 &random) {
     static double const bases[] = {0.3, 1.0, 0.0, 4100.0, 8191.9999999, 8192.0, 1e6, -0.3, 6e-12};
     double const base = bases[random() % (sizeof bases / sizeof *bases)];

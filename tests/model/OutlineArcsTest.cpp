@@ -26,7 +26,7 @@ Points circlePoints(double x, double y, double radius, double startDegrees, int 
     return points;
 }
 
-/// The angled arc, step by step, for an unknown model dimension; without the end point.
+// The angled arc, step by step, for an unknown model dimension; without the end point.
 Points angledArc(double x1, double y1, double x2, double y2, double A) {
     double const a = A * pi / 180.0;
     double const d = std::sqrt((x2 - x1) * (x2 - x1) + (y2 - y1) * (y2 - y1));
@@ -75,7 +75,7 @@ Points angledArc(double x1, double y1, double x2, double y2, double A) {
     return out;
 }
 
-/// The centred arc, step by step, for an unknown model dimension; with the computed end point.
+// The centred arc, step by step, for an unknown model dimension; with the computed end point.
 Points centredArc(EDAOutline::EDAPoint const &from, EDAOutline::EDAPoint const &to) {
     double const cx = to.centreX;
     double const cy = to.centreY;
@@ -223,7 +223,9 @@ TEST(EDAOutlineArcs, AngledArcsEqualTheFormulas) {
         double const y1 = random.between(-9, 9);
         double const x2 = random.between(-9, 9);
         double const y2 = i % 3 == 0 ? y1 : random.between(-9, 9);
-        double const angle = i % 5 == 0 ? 360.0 : random.between(-400.0, 400.0);
+        double const nearHalf = (i % 2 ? 180.0 : -180.0) + random.between(-2e-6, 2e-6); // both centres fit
+        double const other = i % 7 == 0 ? nearHalf : random.between(-400.0, 400.0);
+        double const angle = i % 5 == 0 ? 360.0 : other;
         if (std::abs(angle) > 359.0 && angle != 360.0) continue;
         EDAOutline item;
         item.addPoint(0, x1, y1, 0.0);
@@ -334,6 +336,35 @@ TEST(EDAOutlineArcs, CollinearPointSurvivesOnlyWithoutArcs) {
     EXPECT_THAT(outline("0,0 2,0 4,0 4,2 0,2").getPoints(true), PointsAre("0,0 2,0 4,0 4,2 0,2"));
     EDAOutline const straight = outline("0,0 4,0 4,2@90 0,2");
     EXPECT_EQ(outline("0,0 2,0 4,0 4,2@90 0,2").getPoints(true), straight.getPoints(true));
+}
+
+TEST(EDAOutlineArcs, DistanceFromALineIsForgivenByTheSquareRootOfTheDiagonal) {
+    for (double size : {1.0, 1e-4}) { // diagonals of 100 and 0.01
+        double const limit = 1e-5 * std::sqrt(100.0 * size);
+        for (double share : {0.9, -0.9, 1.1, -1.1}) {
+            double const off = share * limit;
+            EDAOutline item;
+            item.addPoint(0, 0.0, 0.0, 90.0); // never expands, but asks for the clean-up
+            item.addPoint(0, 30.0 * size + 0.8 * off, 40.0 * size - 0.6 * off, 0.0);
+            item.addPoint(0, 60.0 * size, 80.0 * size, 0.0);
+            item.addPoint(0, 60.0 * size, 0.0, 0.0);
+            EXPECT_EQ(item.getPoints(true).size(), std::abs(share) < 1.0 ? 3u : 4u)
+                << "size " << size << ", share " << share;
+        }
+    }
+}
+
+TEST(EDAOutlineArcs, OvershootOfALineIsForgivenByTheDiagonal) {
+    for (double beyond : {0.5e-10, 2e-10}) { // the diagonal of 100 allows 1e-10
+        EDAOutline item;
+        item.addPoint(0, 0.0, 0.0, 90.0);
+        item.addPoint(0, 60.0 + beyond, 0.0, 0.0);
+        item.addPoint(0, 60.0, 0.0, 0.0);
+        item.addPoint(0, 60.0, 80.0, 0.0);
+        // Further beyond, it is the corner that lies on the line from there to the next point.
+        ASSERT_EQ(item.getPoints(true).size(), 3u);
+        EXPECT_EQ(item.getPoints(true)[1].first, beyond < 1e-10 ? 60.0 : 60.0 + beyond);
+    }
 }
 
 TEST(EDAOutlineArcs, CollinearFirstPointGoesOnlyWhenTheWalkComesBackToIt) {

@@ -15,7 +15,7 @@ using Geometry::Bound2D;
 
 namespace {
 
-/// An outline whose caches show three points while four are stored.
+// An outline whose caches show three points while four are stored.
 class OutdatedOutline : public EDAOutline {
 public:
     OutdatedOutline() : EDAOutline(outline("0,0 4,0 4,2")) {
@@ -26,7 +26,7 @@ public:
     }
 };
 
-/// A circle of 8 points that do not reach as far as its bound, taken when there were 36.
+// A circle of 8 points that do not reach as far as its bound, taken when there were 36.
 class OutdatedBound : public EDAOutline {
 public:
     OutdatedBound() : EDAOutline(outline("0,0 0.92387953251128674,0.38268343236508977@360")) {
@@ -242,6 +242,24 @@ TEST(EDAOutlineReset, WithInternalTakesInternalOutlinesToo) {
     EXPECT_THAT(item.beginInternalOutlines()->getPoints(true), PointsAre("5,5 6,5 6,6"));
 }
 
+TEST(EDAOutlineReset, KeepsMaterialHeightsAndModelDimension) {
+    EDAOutline item = outline("0,0 4,0 4,2");
+    item.setMaterial("m");
+    item.setZDimensions(1.0, 2.0);
+    item.setModelDimension(10000.0);
+    EDAOutline other = outline("0,0 1,0@360");
+    other.setMaterial("other");
+    other.setZDimensions(7.0, 8.0);
+    item.resetOutline(other, true);
+    double zLow = 0.0;
+    double zHigh = 0.0;
+    item.getZDimensions(zLow, zHigh);
+    EXPECT_EQ(item.getMaterial(), "m");
+    EXPECT_EQ(zLow, 1.0);
+    EXPECT_EQ(zHigh, 2.0);
+    EXPECT_EQ(item.getPoints(true).size(), 8u) << "the model dimension asks for 45 degree steps";
+}
+
 TEST(EDAOutlineReset, FromItselfEmptiesIt) {
     EDAOutline item = outline("0,0 4,0 4,2", "1,1 2,1 2,2");
     item.getPoints(true);
@@ -269,6 +287,15 @@ TEST(EDAOutlineModelDimension, ChangeWithinTheToleranceKeepsTheDiscretisedList) 
     ASSERT_EQ(item.getPoints(true).size(), 8u);
     item.setModelDimension(10000.0 + 0.9e-6);
     EXPECT_EQ(item.getPoints(true).data(), data);
+    EXPECT_EQ(item.getPoints(true).size(), 8u);
+}
+
+TEST(EDAOutlineModelDimension, ChangeWithinTheToleranceIsNotStoredEither) {
+    EDAOutline const item = outline("0,0 1,0@360");
+    item.setModelDimension(1000.0);
+    item.setModelDimension(1000.0 + 0.9e-6);
+    EXPECT_EQ(item.getPoints(true).size(), 12u) << "just above 1000 it would be 8";
+    item.setModelDimension(1000.0 + 1.1e-6);
     EXPECT_EQ(item.getPoints(true).size(), 8u);
 }
 

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int cases = 2000;
 
-/// Points on a small lattice, so that repetitions, spikes and collinear runs are frequent.
+// Points on a small lattice, so that repetitions, spikes and collinear runs are frequent.
 StoredPoints latticePoints(Random &random, int count, double step, bool arcs) {
     StoredPoints points;
     for (int i = 0; i < count; ++i) {
@@ -62,7 +62,7 @@ std::vector<std::size_t> naiveNext(StoredPoints const &points) {
     return next;
 }
 
-/// The points of both lists with all their fields.
+// The points of both lists with all their fields.
 void expectIdentical(StoredPoints const &a, StoredPoints const &b) {
     ASSERT_EQ(a.size(), b.size());
     for (std::size_t i = 0; i < a.size(); ++i) {

@@ -40,7 +40,7 @@ bool isCylinder(EDAOutline const &item, int minPoints = 12, double tolerance = 1
     return isCylinder(item, circle, minPoints, tolerance);
 }
 
-/// An L of area 3.
+// An L of area 3.
 EDAOutline corner() { return outline("0,0 2,0 2,1 1,1 1,2 0,2"); }
 
 EDAOutline plate() { return outline("0,0 10,0 10,10 0,10", "4,4 8,4 8,8 4,8"); }
@@ -89,7 +89,7 @@ TEST(EDAOutlineRectangle, StoredPointsCountAlsoWhereTheListHoldsMore) {
     EDAOutline::lineTol = 1.0; // so that a corner goes, while the list stays
     item.removeDegeneratePoints();
     ASSERT_EQ(item.numPoints(), 3u);
-    EXPECT_EQ(item.getArea(), 8.0);
+    EXPECT_NEAR(item.getArea(), 8.0, 1e-5) << "the arc bulges a little";
     EXPECT_FALSE(isRectangle(item));
 }
 
@@ -179,6 +179,16 @@ TEST(EDAOutlineCylinder, ToleranceOfSquaredDistancesScalesWithTheRadius) {
     EXPECT_FALSE(isCylinder(item, 8, worst / radius * 0.999));
 }
 
+TEST(EDAOutlineCylinder, CircleGoesThroughTheFirstPointAndThoseOneAndTwoThirdsOn) {
+    // Thirds of 8 are cut to 2 and 4; the other points lie on no common circle.
+    Circle circle;
+    EXPECT_TRUE(
+        isCylinder(outline("1,0 0.8,0.8 0,1 -0.8,0.9 -1,0 -0.5,-0.4 0,-0.9 0.5,-0.6"), circle, 8, 1e9));
+    EXPECT_NEAR(circle.x, 0.0, 1e-12);
+    EXPECT_NEAR(circle.y, 0.0, 1e-12);
+    EXPECT_NEAR(circle.diameter, 2.0, 1e-12);
+}
+
 TEST(EDAOutlineCylinder, DiagonalRunIsOneOfInfiniteDiameter) {
     Circle circle;
     EXPECT_TRUE(isCylinder(outline("0,0 1,1 2,2 3,3 4,4 5,5 6,6 7,7 8,8"), circle, 9, 1e-6));
@@ -201,6 +211,12 @@ TEST(EDAOutlineBad, FirstHoleApartIsBadAndLaterOnesAreNotLookedAt) {
     item.addInternalOutline(hole("1,1 2,1 2,2"));
     item.addInternalOutline(hole("20,20 21,20 21,21"));
     EXPECT_FALSE(item.isBadOutline());
+}
+
+TEST(EDAOutlineBad, HoleWhoseBoundReachesTheOutlinesIsNotApart) {
+    EXPECT_FALSE(outline("0,0 4,0 4,4 0,4", "3,3 9,3 9,9").isBadOutline());
+    EXPECT_FALSE(outline("0,0 4,0 4,4 0,4", "4.0000000005,1 9,1 9,9").isBadOutline()) << "within 1e-9";
+    EXPECT_TRUE(outline("0,0 4,0 4,4 0,4", "4.000000002,1 9,1 9,9").isBadOutline());
 }
 
 TEST(EDAOutlineEncloses, OnlyTheVerticesAreTested) {
@@ -238,6 +254,12 @@ TEST(EDAOutlineIntersects, InternalOutlineThatIsNoHoleTakesNothingOut) {
     EDAOutline item = plate();
     item.beginInternalOutlines()->setHole(false);
     EXPECT_TRUE(item.intersectsHole(outline("5,5 6,5 6,6 5,6")));
+}
+
+TEST(EDAOutlineIntersects, ShapeWithAllVerticesInTwoHolesMeetsTheBarBetweenThem) {
+    EDAOutline item = outline("0,0 10,0 10,10 0,10", "1,1 3,1 3,9 1,9");
+    item.addInternalOutline(hole("6,1 8,1 8,9 6,9"));
+    EXPECT_TRUE(item.intersectsHole(outline("2,2 7,2 7,8 2,8")));
 }
 
 TEST(EDAOutlineIntersects, LooksOneWayOnly) {

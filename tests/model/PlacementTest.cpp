@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <locale>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -41,6 +42,12 @@ double offsetAfter(std::string const &text) {
     placement.setOffset(text);
     return placement.getOffset();
 }
+
+// Numbers as a host with decimal commas writes them.
+class CommaDecimals : public std::numpunct<char> {
+protected:
+    char do_decimal_point() const override { return ','; }
+};
 
 TEST(EDAComponentPlacement, StartsUnturnedOnTop) {
     EDAComponentPlacement const placement;
@@ -119,10 +126,30 @@ TEST(EDAComponentPlacementOffset, IsReadFromTextThatIsANumber) {
     EXPECT_EQ(offsetAfter("3e-1"), 0.3);
 }
 
+TEST(EDAComponentPlacementOffset, IsReadAlikeFromShortAndLongDecimals) {
+    EXPECT_EQ(offsetAfter(".5"), 0.5);
+    EXPECT_EQ(offsetAfter("5."), 5.0);
+    EXPECT_EQ(offsetAfter("007.10"), 7.1);
+    EXPECT_EQ(offsetAfter("0.1000000000000000000001"), 0.1);
+    for (auto const *text : {".", "..5", "1.2.3", "1..", "0.10000000000000000.1"})
+        EXPECT_EQ(offsetAfter(text), 7.0) << text;
+}
+
 TEST(EDAComponentPlacementOffset, StaysWhenTheTextIsMoreOrLessThanANumber) {
     for (auto const *text : {"1.5mm", "1.5 ", "", " ", "mm", "1,5", "1e400", "1.5\n"})
         EXPECT_EQ(offsetAfter(text), 7.0) << text;
     EXPECT_EQ(offsetAfter(std::string("1.5\0", 4)), 7.0);
+}
+
+TEST(EDAComponentPlacementOffset, IsReadTheSameInEveryLocale) {
+    std::locale const before = std::locale::global(std::locale(std::locale::classic(), new CommaDecimals));
+    double const plain = offsetAfter("1.5");
+    double const withSign = offsetAfter("-1.5");
+    double const withComma = offsetAfter("1,5");
+    std::locale::global(before);
+    EXPECT_EQ(plain, 1.5);
+    EXPECT_EQ(withSign, -1.5);
+    EXPECT_EQ(withComma, 7.0);
 }
 
 TEST(EDAComponentPlacementAngle, IsStoredNotNegative) {
@@ -186,6 +213,12 @@ TEST(EDAComponentPlacementAngle, OfAMirroringOrientationIsNegated) {
     EXPECT_NEAR(orientedAngle(c, -s, s, c), 30.0, 1e-9);
     EXPECT_NEAR(orientedAngle(-c, s, s, c), 330.0, 1e-9);
     EXPECT_NEAR(orientedAngle(-c, -s, -s, c), 30.0, 1e-9);
+}
+
+TEST(EDAComponentPlacementAngle, OfAnOrientationThatFlattensIsNotNegated) {
+    EXPECT_DOUBLE_EQ(orientedAngle(1.0, 1.0, 1.0, 1.0), 45.0);
+    EXPECT_DOUBLE_EQ(orientedAngle(1.0, 1.0 + 0.5e-9, 1.0, 1.0), 45.0);
+    EXPECT_DOUBLE_EQ(orientedAngle(1.0, 1.0 + 2e-9, 1.0, 1.0), 315.0) << "now it mirrors";
 }
 
 TEST(EDAComponentPlacementAngle, OfATinyNegativeTurnStaysNegative) {

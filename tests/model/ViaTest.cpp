@@ -15,7 +15,7 @@ EDAVia ofHoleType(std::string const &type) {
     return via;
 }
 
-/// A via with every compared member set, changed by `change`.
+// A via with every compared member set, changed by `change`.
 template <typename Change> EDAVia changedVia(Change change) {
     EDAVia via;
     via.setDiameter(0.3);

@@ -31,7 +31,7 @@ inline bool naiveOnLine(std::pair<double, double> p, std::pair<double, double> a
     return (dx * dx + dy * dy) * 1e-5 * 1e-5 * scale >= cross * cross;
 }
 
-/// Erases from the vector at once; the walk goes back one place after an erasure.
+// Erases from the vector at once; the walk goes back one place after an erasure.
 template <typename Point, typename Drop> void naiveWalk(std::vector<Point> &points, Drop drop) {
     std::size_t i = 1;
     while (i < points.size()) {
@@ -62,7 +62,7 @@ inline void naiveCleanup(Points &points, bool hadArcs) {
     });
 }
 
-/// For outlines whose discretised points are the stored ones, or all of which are finite.
+// For outlines whose discretised points are the stored ones, or all of which are finite.
 inline void naiveRemoveDegenerate(StoredPoints &points, double scale) {
     if (!points.empty() && points.front().isEqual(points.back(), 1e-12)) points.pop_back();
     auto const pair = [](EDAOutline::EDAPoint const &p) { return std::make_pair(p.x, p.y); };
@@ -76,7 +76,7 @@ inline void naiveRemoveDegenerate(StoredPoints &points, double scale) {
     });
 }
 
-/// The first pair of equal places from the second point on; (0, 0) when there is none.
+// The first pair of equal places from the second point on; (0, 0) when there is none.
 inline std::pair<std::size_t, std::size_t> naiveFirstPair(StoredPoints const &points) {
     for (std::size_t i = 1; i < points.size(); ++i)
         for (std::size_t j = i + 1; j < points.size(); ++j)

@@ -40,7 +40,7 @@ namespace test {
 
 using Points = EDAOutline::PointList;
 
-/// Reads numbers and signs from a text; throws where the text has something else.
+// Reads numbers and signs from a text; throws where the text has something else.
 class PointText {
 public:
     explicit PointText(char const *text) : rest_(text) {}
@@ -72,8 +72,8 @@ private:
     char const *rest_;
 };
 
-/// Adds the points of the text to an outline: "x,y" straight, "x,y@90" after an arc of 90 degrees,
-/// "x,y<cx,cy" after an anticlockwise and "x,y>cx,cy" after a clockwise arc about a centre.
+// Adds the points of the text to an outline: "x,y" straight, "x,y@90" after an arc of 90 degrees,
+// "x,y<cx,cy" after an anticlockwise and "x,y>cx,cy" after a clockwise arc about a centre.
 inline void addPoints(EDAOutline &target, int index, char const *text) {
     for (PointText rest(text); !rest.atEnd();) {
         auto const [x, y] = rest.pair();
@@ -87,28 +87,28 @@ inline void addPoints(EDAOutline &target, int index, char const *text) {
     }
 }
 
-/// An outline from one line of text, as `outline("0,0 4,0 4,2 0,2")`.
+// An outline from one line of text, as `outline("0,0 4,0 4,2 0,2")`.
 inline EDAOutline outline(char const *text) {
     EDAOutline result;
     addPoints(result, 0, text);
     return result;
 }
 
-/// The same as a hole.
+// The same as a hole.
 inline EDAOutline hole(char const *text) {
     EDAOutline result(true);
     addPoints(result, 0, text);
     return result;
 }
 
-/// An outline with one hole.
+// An outline with one hole.
 inline EDAOutline outline(char const *text, char const *holeText) {
     EDAOutline result = outline(text);
     result.addInternalOutline(hole(holeText));
     return result;
 }
 
-/// The stored vertices without their arc fields.
+// The stored vertices without their arc fields.
 inline Points storedPoints(EDAOutline const &outline) {
     Points points;
     for (auto point = outline.beginPoints(); point != outline.endPoints(); ++point)
@@ -116,7 +116,7 @@ inline Points storedPoints(EDAOutline const &outline) {
     return points;
 }
 
-/// The points of a text without arcs.
+// The points of a text without arcs.
 inline Points points(char const *text) {
     Points result;
     for (PointText rest(text); !rest.atEnd();)
@@ -124,13 +124,13 @@ inline Points points(char const *text) {
     return result;
 }
 
-/// Equal values, where NaN equals NaN, and otherwise the difference is at most the tolerance.
+// Equal values, where NaN equals NaN, and otherwise the difference is at most the tolerance.
 inline bool sameNumber(double a, double b, double tolerance) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
     return a == b || std::abs(a - b) <= tolerance;
 }
 
-/// Matches a list of points within a tolerance in each coordinate; 0 asks for identical numbers.
+// Matches a list of points within a tolerance in each coordinate; 0 asks for identical numbers.
 MATCHER_P2(PointsNear, expected, tolerance, "") {
     Points const wanted(expected);
     std::size_t const common = std::min(arg.size(), wanted.size());
@@ -149,10 +149,10 @@ MATCHER_P2(PointsNear, expected, tolerance, "") {
     return false;
 }
 
-/// Matches the same points in the same order, as `PointsAre("0,0 4,0 4,2 0,2")`.
+// Matches the same points in the same order, as `PointsAre("0,0 4,0 4,2 0,2")`.
 inline auto PointsAre(char const *text) { return PointsNear(points(text), 1e-12); }
 
-/// Puts the tolerances of outlines back when the test ends.
+// Puts the tolerances of outlines back when the test ends.
 class ToleranceGuard {
 public:
     ToleranceGuard() : ptTol_(EDAOutline::ptTol), lineTol_(EDAOutline::lineTol) {}
@@ -168,12 +168,12 @@ private:
     double lineTol_;
 };
 
-/// Numbers that are the same on every platform for one seed.
+// Numbers that are the same on every platform for one seed.
 class Random {
 public:
     explicit Random(unsigned seed) : engine_(seed) {}
 
-    /// From 0 to `limit` - 1.
+    // From 0 to `limit` - 1.
     int below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned>(limit)); }
     double between(double low, double high) {
         return low + (high - low) * (static_cast<double>(engine_()) / 4294967296.0);
@@ -183,8 +183,8 @@ private:
     std::mt19937 engine_;
 };
 
-/// A star-shaped outline about a random centre: never crosses itself while its edges are straight.
-/// With `arcs`, about a third of the edges are arcs of either kind.
+// A star-shaped outline about a random centre: never crosses itself while its edges are straight.
+// With `arcs`, about a third of the edges are arcs of either kind.
 inline EDAOutline randomOutline(Random &random, int numPoints, bool arcs) {
     EDAOutline result;
     double const x = random.between(-50.0, 50.0);

@@ -35,6 +35,11 @@ inline ToolResult runTool(const std::vector<std::string> &arguments,
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("EDA_CONFIG_DIR", QString::fromStdString(configFolder));
+    // Whole stacks, so that what the toolkit leaks is known by its name. Without sanitizers nobody reads
+    // this.
+    environment.insert("LSAN_OPTIONS",
+                       "fast_unwind_on_malloc=0:print_suppressions=0:suppressions=" EDA_TEST_DATA
+                       "/../support/lsan.supp");
     process.setProcessEnvironment(environment);
     if (!workingFolder.empty()) process.setWorkingDirectory(QString::fromStdString(workingFolder));
     process.start(QString::fromUtf8(EDA_TOOL), texts);
