@@ -19,6 +19,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(eda_flags INTERFACE
       -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(eda_flags INTERFACE -fsanitize=address,undefined)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+      target_compile_options(eda_flags INTERFACE
+        "-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignore.txt")
+    endif()
   endif()
   if(EDA_COVERAGE)
     target_compile_options(eda_flags INTERFACE --coverage)

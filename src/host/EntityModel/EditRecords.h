@@ -22,7 +22,8 @@ public:
     void redo() override { wasInserted_ ? putBack() : takeOut(); }
 
 private:
-    // After edits that were not recorded the child may have gone, or its place be taken: then it stays where it is.
+    // After edits that were not recorded the child may have gone, or its place be taken: then it stays where
+    // it is.
     void takeOut() {
         int index = 0;
         std::unique_ptr<Entity> taken = holder_.removeChild(child_, index);
@@ -50,7 +51,8 @@ public:
 
     void undo() override { list_.insertChildren(std::exchange(held_, {})); }
     void redo() override {
-        for (EntityList::Placed &placed : list_.removeChildren(children_)) held_.push_back(std::move(placed));
+        for (EntityList::Placed &placed : list_.removeChildren(children_))
+            held_.push_back(std::move(placed));
     }
 
 private:

@@ -101,12 +101,15 @@ public:
 
     // Visits the stored attributes in the order of the schema.
     template <typename Visitor> void forEachStored(Visitor visit) const {
-        for (const Slot &slot : slots_) visit(*slot);
+        for (const Slot &slot : slots_)
+            visit(*slot);
     }
 
     ChildHolder *holder() const { return holder_; }
-    Model *model() const;                  // null for an entity outside every model
-    bool isHeldByStep() const { return id_ != 0 && !model(); } // was in a model, may come back by undo or redo
+    Model *model() const; // null for an entity outside every model
+    bool isHeldByStep() const {
+        return id_ != 0 && !model();
+    }                                            // was in a model, may come back by undo or redo
     bool isInside(const Entity *ancestor) const; // this entity or below it
     const std::vector<ReferenceLink *> &referrers() const;
 
@@ -139,8 +142,8 @@ TypeRef getTypeValue(const CompositeAttribute *composite, const AttributePath &p
                      const TypeRef &defaultValue);
 
 // A number in `units`, or the default. An empty or unknown unit means the attribute's own unit.
-double getDoubleValue(const CompositeAttribute *composite, const AttributePath &path, const std::string &units,
-                      double defaultValue);
+double getDoubleValue(const CompositeAttribute *composite, const AttributePath &path,
+                      const std::string &units, double defaultValue);
 
 // A number in the quantity's standard unit, or the default.
 double getStandardDoubleValue(const CompositeAttribute *composite, const AttributePath &path,

@@ -14,35 +14,35 @@ namespace EntityModel {
 // The flags of these operations are accepted for the interface and have no meaning in this host.
 //
 // Nothing that data can cause throws, with one exception: setValueWithUnits throws std::out_of_range for an
-// unknown unit or a number that the attribute cannot take. Everything else answers false or null, and then the
-// model stays as it was. Locks and protection never stop an edit.
+// unknown unit or a number that the attribute cannot take. Everything else answers false or null, and then
+// the model stays as it was. Locks and protection never stop an edit.
 class EntityEditor {
 public:
     using CopyMap = std::map<const Entity *, Entity *>;
 
-    // A new child of `type` in the list or owning link `where` of `parent`, with the schema's default children,
-    // at `index` (-1 appends). Its "Name" is `name`, which need not be unique. `loader`, if given, supplies the
-    // content. An owning link's old child is deleted first. Null when the parent is null, the type is empty or
-    // unknown, the attribute is missing, or it does not take the type.
+    // A new child of `type` in the list or owning link `where` of `parent`, with the schema's default
+    // children, at `index` (-1 appends). Its "Name" is `name`, which need not be unique. `loader`, if given,
+    // supplies the content. An owning link's old child is deleted first. Null when the parent is null, the
+    // type is empty or unknown, the attribute is missing, or it does not take the type.
     static Entity *createEntity(const TypeRef &type, Entity *parent, const AttributePath &where,
                                 LibraryInterface *loader = nullptr, bool = true, bool = true, bool = false,
                                 const std::string &name = std::string(), int index = -1);
 
-    // In a list or owning link: puts an entity without owner, made by a library, there and takes ownership; one that
-    // was in a model before, and now belongs to an undo step, is refused. In a reference link: sets the link and
-    // leaves the child where it is (null clears it).
-    static bool addEntity(Entity *parent, const AttributePath &where, Entity *child, bool = false, bool = true,
-                          bool = true, bool = true, bool = false, int index = -1);
+    // In a list or owning link: puts an entity without owner, made by a library, there and takes ownership;
+    // one that was in a model before, and now belongs to an undo step, is refused. In a reference link: sets
+    // the link and leaves the child where it is (null clears it).
+    static bool addEntity(Entity *parent, const AttributePath &where, Entity *child, bool = false,
+                          bool = true, bool = true, bool = true, bool = false, int index = -1);
 
-    // A deep copy under `parent`, in `where` or the first list that takes it: values, links (their targets are
-    // kept, or their copies when copied along), children, names; not the locks. The copies have new ids. `copied`,
-    // if given, receives original and copy of each entity.
+    // A deep copy under `parent`, in `where` or the first list that takes it: values, links (their targets
+    // are kept, or their copies when copied along), children, names; not the locks. The copies have new ids.
+    // `copied`, if given, receives original and copy of each entity.
     static Entity *copyEntity(Entity *entity, Entity *parent, EntityLink *where = nullptr, bool = false,
                               CopyMap *copied = nullptr);
 
-    // Moves an entity under a new parent: into `where`, or else the first attribute of the parent that takes the
-    // type. Refused into an occupied owning link, into itself, into an orphan outside every model, and from one
-    // model into another.
+    // Moves an entity under a new parent: into `where`, or else the first attribute of the parent that takes
+    // the type. Refused into an occupied owning link, into itself, into an orphan outside every model, and
+    // from one model into another.
     static bool moveEntity(Entity *entity, Entity *newParent, EntityLink *where = nullptr, bool = false,
                            int index = -1);
 
@@ -59,18 +59,20 @@ public:
     // Sets a number in the attribute's own unit, or a list of integers.
     static bool setValue(Entity *entity, const AttributePath &path, double value, bool = true);
     static bool setValue(Entity *entity, const AttributePath &path, int value, bool = true);
-    static bool setValue(Entity *entity, const AttributePath &path, const std::vector<int> &values, bool = true);
+    static bool setValue(Entity *entity, const AttributePath &path, const std::vector<int> &values,
+                         bool = true);
 
     // Sets a number given in the quantity's standard unit; the own unit stays.
     static bool setSIValue(Entity *entity, const AttributePath &path, double value, bool = true);
 
-    // Sets a number given in `units`, which becomes the own unit; empty means the own unit it has. False if the
-    // attribute is missing. Throws std::out_of_range as told above.
+    // Sets a number given in `units`, which becomes the own unit; empty means the own unit it has. False if
+    // the attribute is missing. Throws std::out_of_range as told above.
     static bool setValueWithUnits(Entity *entity, const AttributePath &path, double value,
                                   const std::string &units, bool = true);
 
     // The same as their namesakes.
-    static bool setValueNoThrow(Entity *entity, const AttributePath &path, const std::string &text, bool = true);
+    static bool setValueNoThrow(Entity *entity, const AttributePath &path, const std::string &text,
+                                bool = true);
     static bool setValueNoThrow(Entity *entity, const AttributePath &path, double value, bool = true);
     static bool setSIValueNoThrow(Entity *entity, const AttributePath &path, double value, bool = true);
 
@@ -81,9 +83,9 @@ private:
 
 class EntityFetcher {
 public:
-    // The entity that bounds the project of `entity`: climbs to the Velkin Solver Project (or takes `entity` if
-    // it is one) and gives its Chassis, else its Test Chamber, else null. Without a project above: the top entity
-    // if it is a Chassis or a Test Chamber, else null.
+    // The entity that bounds the project of `entity`: climbs to the Velkin Solver Project (or takes `entity`
+    // if it is one) and gives its Chassis, else its Test Chamber, else null. Without a project above: the top
+    // entity if it is a Chassis or a Test Chamber, else null.
     static Entity *getBoundingEntity(const Entity *entity);
 };
 

@@ -36,7 +36,8 @@ bool isInsideAny(const Entity *entity, const EntitySet &roots) {
 void collectBelow(Entity *root, std::vector<Entity *> &all) {
     size_t next = all.size();
     all.push_back(root);
-    while (next < all.size()) all[next++]->getChildEntities(all);
+    while (next < all.size())
+        all[next++]->getChildEntities(all);
 }
 
 // Clears the links that point from outside to an entity that goes.
@@ -46,7 +47,8 @@ void clearReferrers(Entity *target, const EntitySet &going) {
     for (ReferenceLink *link : referrers) {
         const Entity *const owner = link->getOwnerEntity();
         if (owner && isInsideAny(owner, going)) continue;
-        // What a step holds, the copy of a link or an entity outside the model, comes back only after the target.
+        // What a step holds, the copy of a link or an entity outside the model, comes back only after the
+        // target.
         if (undo.isRecording() && (!owner || !owner->model())) continue;
         std::unique_ptr<Attribute> before = undo.snapshot(*link);
         link->setTarget(nullptr);
@@ -54,9 +56,7 @@ void clearReferrers(Entity *target, const EntitySet &going) {
     }
 }
 
-bool isInModel(const ChildHolder &holder) {
-    return holder.holderEntity() && holder.holderEntity()->model();
-}
+bool isInModel(const ChildHolder &holder) { return holder.holderEntity() && holder.holderEntity()->model(); }
 
 void addRemoval(const ChildHolder &holder, std::unique_ptr<UndoRecord> record) {
     UndoStack &undo = UndoStack::instance();
@@ -137,8 +137,8 @@ Entity *EntityEditor::createEntity(const TypeRef &type, Entity *parent, const At
     return created;
 }
 
-bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity *child, bool, bool, bool, bool,
-                             bool, int index) {
+bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity *child, bool, bool, bool,
+                             bool, bool, int index) {
     Attribute *const attribute = parent && !parent->isHeldByStep() ? parent->findAttribute(where) : nullptr;
     if (!attribute) return false;
     if (attribute->kind() == AttributeKind::ReferenceLink) {
@@ -202,7 +202,8 @@ bool EntityEditor::deleteEntities(const std::vector<Entity *> &entities, bool, b
     UndoStack &undo = UndoStack::instance();
     // Before any link is looked at: entities that only a step holds may be among the referrers.
     if (!undo.isRecording() && !below.empty() && below.front()->model()) undo.noteUnrecordedRemoval();
-    for (Entity *entity : below) clearReferrers(entity, going);
+    for (Entity *entity : below)
+        clearReferrers(entity, going);
     for (ChildHolder *holder : holders) {
         const EntitySet &children = byHolder[holder];
         if (auto *list = dynamic_cast<EntityList *>(holder)) {

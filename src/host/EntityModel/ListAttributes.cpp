@@ -121,8 +121,7 @@ bool IntListAttribute::setFromString(const std::string &text) {
 }
 
 const std::string &IntListAttribute::getString(std::string &text) const {
-    return joinNumbers(values_, text,
-                       [](std::string &out, int value) { out.append(std::to_string(value)); });
+    return joinNumbers(values_, text, [](std::string &out, int value) { out.append(std::to_string(value)); });
 }
 
 void IntListAttribute::swapValue(Attribute &other) {

@@ -45,13 +45,15 @@ UndoStack::~UndoStack() { clear(); }
 bool UndoStack::undo() {
     if (!canUndo()) return false;
     auto &records = steps_[--done_].records;
-    for (auto record = records.rbegin(); record != records.rend(); ++record) (*record)->undo();
+    for (auto record = records.rbegin(); record != records.rend(); ++record)
+        (*record)->undo();
     return true;
 }
 
 bool UndoStack::redo() {
     if (!canRedo()) return false;
-    for (const auto &record : steps_[done_++].records) record->redo();
+    for (const auto &record : steps_[done_++].records)
+        record->redo();
     return true;
 }
 

@@ -21,14 +21,15 @@ public:
 
 // The undo steps of the calling thread; a model belongs to one thread.
 //
-// An edit outside every UndoStackOpener is a step of its own, unless an UndoStackDisabler is in force. Deleted
-// entities live as long as a step holds them. The oldest steps are dropped beyond `maxSteps`.
+// An edit outside every UndoStackOpener is a step of its own, unless an UndoStackDisabler is in force.
+// Deleted entities live as long as a step holds them. The oldest steps are dropped beyond `maxSteps`.
 //
-// Only edits inside a model are recorded. A tree outside every model, such as a library item that is not yet added,
-// may die at any time, so no record may name what is in it. What a step holds takes no edits that change the tree.
+// Only edits inside a model are recorded. A tree outside every model, such as a library item that is not yet
+// added, may die at any time, so no record may name what is in it. What a step holds takes no edits that
+// change the tree.
 //
-// An unrecorded edit makes steps that were undone unfit for the model. One that moves or removes entities makes
-// all steps unfit, since they count on finding them where they left them: then all are forgotten.
+// An unrecorded edit makes steps that were undone unfit for the model. One that moves or removes entities
+// makes all steps unfit, since they count on finding them where they left them: then all are forgotten.
 class UndoStack {
 public:
     static constexpr size_t maxSteps = 1000;
@@ -44,8 +45,8 @@ public:
     size_t numSteps() const { return steps_.size(); }
     void clear(); // forgets all steps; destroys what only they held
 
-    // For the editor. An open step takes every record, also under a disabler inside it, so that one step undoes
-    // all that was done in it. A disabler that stood before the step keeps it from being recorded.
+    // For the editor. An open step takes every record, also under a disabler inside it, so that one step
+    // undoes all that was done in it. A disabler that stood before the step keeps it from being recorded.
     void open(const std::string &name);
     void close();
     void disable() { ++disabled_; }

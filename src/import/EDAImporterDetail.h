@@ -1,0 +1,60 @@
+// What several topics of the importer share; not for others.
+#pragma once
+
+#include "host/Geometry/Bound2D.h"
+#include "import/EDAImporter.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace EDA {
+
+// A point in the way outline texts write it: "%lf,%lf" in the C locale. A zero may be written "-0.000000".
+void appendOutlinePoint(std::string &text, double x, double z);
+
+// A number as a default output stream of the C locale writes it: six significant digits.
+std::string streamNumber(double value);
+
+// The value of an outline attribute: the points' text and the units it is in.
+std::string outlineValue(const std::string &points, const std::string &units);
+
+// One call of importBoard.
+struct EDAImporter::Run {
+    EDABoard &board;
+    Entity *boardEntity;
+    Tools::ToolProgress *progress;
+    int count = 0;          // Items visited so far, shared by all loops.
+    Geometry::Bound2D bound = {}; // Of the board outline as last determined; reads as 0 while there is none.
+    double locationX = 0.0; // Where a new board entity goes: minus its X, and its Z.
+    double locationZ = 0.0;
+
+    // Shows that an item was visited; false when the user cancelled.
+    bool step();
+    void setText(const char *text) const;
+};
+
+struct EDAImporter::Shape {
+    enum Kind { Rectangle, Cylinder, Polygon };
+    Kind kind = Polygon;
+    double width = 0.0;
+    double depth = 0.0;
+    double diameter = 0.0;
+    double x = 0.0; // The point that gives the location: a rectangle's low-x high-y corner, a circle's centre.
+    double y = 0.0;
+};
+
+// The points of an outline in entity space before the sign of y is flipped.
+struct EDAImporter::MappedPoints {
+    std::vector<std::pair<double, double>> points;
+    Geometry::Bound2D bound; // Reads as 0 when there are no points.
+
+    double centreX() const { return (bound.getXLow() + bound.getXHigh()) * 0.5; }
+    double centreY() const { return (bound.getYLow() + bound.getYHigh()) * 0.5; }
+
+    // As an outline's text, relative to an origin, with the sign of y flipped.
+    std::string text(double originX, double originY) const;
+};
+
+} // namespace EDA

@@ -1,0 +1,128 @@
+// The steps of an import, in their order.
+#include "host/Profiling/ProfileSectionProxy.h"
+#include "import/EDAImporterDetail.h"
+
+namespace EDA {
+
+using namespace EntityModel;
+
+namespace {
+
+// A section of a trace, named after the step.
+class Section : public Profiling::ProfileSectionProxy {
+public:
+    explicit Section(const char *name)
+        : ProfileSectionProxy("EDAImporter", __LINE__, "EDA::EDAImporter::importBoard", name, true, "") {}
+};
+
+} // namespace
+
+// The order is load-bearing: the shape before the holes, components before the vias that go into them, layers
+// before the vias that span them.
+bool EDAImporter::importItems(Run &run) {
+    return importBoardHoles(run) && importComponents(run) && importLayers(run) && importKeepouts(run) &&
+           importVias(run) && importBumps(run) && importWirebonds(run);
+}
+
+bool EDAImporter::importBoardHoles(Run &run) {
+    run.setText("Importing Board Holes");
+    int skipped = 0;
+    bool goOn = true;
+    const EDAOutline &outline = run.board.getOutline();
+    for (auto hole = outline.beginInternalOutlines(); goOn && hole != outline.endInternalOutlines(); ++hole) {
+        if (hole->isHole() && !addHole(run.boardEntity, *hole, run.board, 0.0, 0.0, 0.0)) ++skipped;
+        goOn = run.step();
+    }
+    // Told only when the loop came to its end: a cancelled import adds no message.
+    if (goOn) reportSkippedHoles(skipped);
+    return goOn;
+}
+
+void EDAImporter::reportSkippedHoles(int count) {
+    if (count == 0) return;
+    errorMessage_ += "The outline of ";
+    if (count == 1) {
+        errorMessage_ += "a hole in the board was not valid in the file so this hole was skipped.\n";
+    } else {
+        errorMessage_ += std::to_string(count) +
+                         " holes in the board were not valid in the file so these holes were skipped.\n";
+    }
+}
+
+bool EDAImporter::importComponents(Run &run) {
+    const Section section("ImportEDAComponents");
+    run.setText("Importing Components...");
+    for (size_t i = 0; i < run.board.numComponentPlacements(); ++i) {
+        if (!run.step()) return false;
+    }
+    return true;
+}
+
+bool EDAImporter::importLayers(Run &run) {
+    if (run.board.numLayers() == 0) return true;
+    const Section section("ImportEDALayers");
+    run.setText("Importing Layers...");
+    return true;
+}
+
+bool EDAImporter::importKeepouts(Run &run) {
+    // This step alone shows its text before it opens its section.
+    run.setText("Importing Keepouts...");
+    const Section section("ImportEDAKeepouts");
+    for (auto keepout = run.board.beginKeepouts(); keepout != run.board.endKeepouts(); ++keepout) {
+        addKeepout(run.boardEntity, *keepout, run.board);
+        if (!run.step()) return false;
+    }
+    return true;
+}
+
+bool EDAImporter::importVias(Run &run) {
+    const Section section("ImportEDAVias");
+    run.setText("Importing Drilled Holes...");
+    for (size_t i = 0; i < run.board.numVias(0); ++i) {
+        if (!run.step()) return false;
+    }
+    return true;
+}
+
+bool EDAImporter::importBumps(Run &run) {
+    if (importAs_ != Component_t) return true;
+    const Section section("ImportEDABumps");
+    run.setText("Importing Solder Bumps...");
+    for (size_t i = 0; i < run.board.numBumps(0); ++i) {
+        if (!run.step()) return false;
+    }
+    return true;
+}
+
+bool EDAImporter::importWirebonds(Run &run) {
+    if (!options_.importWirebonds || importAs_ != Component_t) return true;
+    const Section section("ImportEDAWirebonds");
+    run.setText("Importing Wirebonds...");
+    std::map<std::string, Entity *> groups;
+    groups[""] = run.boardEntity ? run.boardEntity->getAncestor(Subcomponent_Group_t) : nullptr;
+    for (auto wirebond = run.board.beginWirebonds(); wirebond != run.board.endWirebonds(); ++wirebond) {
+        const std::string &name = wirebond->getGroupName();
+        Entity *&group = groups[name];
+        if (!group && !name.empty()) group = wirebondGroup(run.boardEntity, name);
+        if (!run.step()) return false;
+    }
+    return true;
+}
+
+Entity *EDAImporter::wirebondGroup(Entity *boardEntity, const std::string &name) const {
+    Entity *const group = EntityEditor::createEntity(TypeRef("Subcomponent Group"), boardEntity,
+                                                     AttributePath("SubcomponentGroups"), nullptr, true, true,
+                                                     false, "", -1);
+    if (!group) return nullptr;
+    clearObstructions(group);
+    EntityEditor::setValue(group, Name_t, name, true);
+    return group;
+}
+
+void EDAImporter::clearObstructions(Entity *group) {
+    Attribute *const obstructions = group ? group->findAttribute("Obstructions", false) : nullptr;
+    if (obstructions && obstructions->isEntityList()) static_cast<EntityList *>(obstructions)->clear();
+}
+
+} // namespace EDA
