@@ -56,15 +56,16 @@ void BoxTree::build(Grid const &grid, std::vector<Edge> const &edges) {
     for (Index begin = edgeCount_; nodes_.size() - begin > 1; ++levels_) {
         auto const end = static_cast<Index>(nodes_.size());
         for (; begin < end; begin = std::min(begin + fanOut, end))
-            nodes_.push_back(parentOf(begin, std::min(begin + fanOut, end)));
+            addParent(begin, std::min(begin + fanOut, end));
     }
 }
 
 void BoxTree::addEdges(Grid const &grid, std::vector<Edge> const &edges) {
     edgeCount_ = static_cast<Index>(edges.size());
-    for (Edge const &edge : edges) {
-        Extent const extent = Extent::of(grid.cell(edge.from), grid.cell(edge.to));
-        nodes_.push_back({extent, 0, 0, edge.fresh, false});
+    nodes_.resize(edges.size());
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        nodes_[i].extent = Extent::of(grid.cell(edges[i].from), grid.cell(edges[i].to));
+        nodes_[i].fresh = edges[i].fresh;
     }
 }
 
@@ -73,7 +74,7 @@ void BoxTree::addRuns(Grid const &grid, std::vector<Edge> const &edges) {
         Index end = begin + 1;
         while (end < edgeCount_ && end - begin < fanOut && edges[end].from == edges[end - 1].to)
             ++end;
-        nodes_.push_back(parentOf(begin, end));
+        addParent(begin, end);
         nodes_.back().straying = strays(grid, edges.data() + begin, edges.data() + end);
         begin = end;
     }
@@ -99,13 +100,16 @@ void BoxTree::sortRuns() {
     std::copy(sorted_.begin(), sorted_.end(), nodes_.begin() + static_cast<std::ptrdiff_t>(edgeCount_));
 }
 
-BoxTree::Node BoxTree::parentOf(Index begin, Index end) const {
-    Node parent{nodes_[begin].extent, begin, end, nodes_[begin].fresh, true};
-    for (Index i = begin + 1; i < end; ++i) {
+void BoxTree::addParent(Index begin, Index end) {
+    nodes_.emplace_back();
+    Node &parent = nodes_.back();
+    parent.extent = nodes_[begin].extent;
+    parent.begin = begin;
+    parent.end = end;
+    for (Index i = begin; i < end; ++i) {
         parent.extent.unite(nodes_[i].extent);
         parent.fresh = parent.fresh || nodes_[i].fresh;
     }
-    return parent;
 }
 
 void BoxTree::pushChildren(Pair const &pair, double distance) {

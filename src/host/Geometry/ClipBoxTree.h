@@ -18,13 +18,11 @@ struct Extent {
     double high[4];
 
     static Extent of(Vec2T<double> const &a, Vec2T<double> const &b) {
-        double const first[4] = {a.x, a.y, a.x + a.y, a.x - a.y};
-        double const second[4] = {b.x, b.y, b.x + b.y, b.x - b.y};
         Extent extent;
-        for (int i = 0; i < 4; ++i) {
-            extent.low[i] = std::min(first[i], second[i]);
-            extent.high[i] = std::max(first[i], second[i]);
-        }
+        extent.set(0, a.x, b.x);
+        extent.set(1, a.y, b.y);
+        extent.set(2, a.x + a.y, b.x + b.y);
+        extent.set(3, a.x - a.y, b.x - b.y);
         return extent;
     }
 
@@ -42,6 +40,10 @@ struct Extent {
     }
 
 private:
+    void set(int axis, double a, double b) {
+        low[axis] = std::min(a, b);
+        high[axis] = std::max(a, b);
+    }
     bool reaches(Extent const &other, int axis, double distance) const {
         return low[axis] - other.high[axis] <= distance && other.low[axis] - high[axis] <= distance;
     }
@@ -64,10 +66,10 @@ private:
 
     struct Node {
         Extent extent;
-        Index begin; ///< children in the next lower level; for an edge its own index
-        Index end;
-        bool fresh;
-        bool straying; ///< children may touch each other elsewhere than in a common end
+        Index begin = 0; ///< children in the next lower level
+        Index end = 0;
+        bool fresh = false;
+        bool straying = true; ///< children may touch each other elsewhere than in a common end
     };
     struct Pair {
         int level; ///< 0 for edges, 1 for runs
@@ -78,7 +80,7 @@ private:
     void addEdges(Grid const &grid, std::vector<Edge> const &edges);
     void addRuns(Grid const &grid, std::vector<Edge> const &edges);
     void sortRuns();
-    Node parentOf(Index begin, Index end) const;
+    void addParent(Index begin, Index end);
     void pushChildren(Pair const &pair, double distance);
     template <typename Visit> void visitEdges(Pair const &pair, double distance, Visit const &visit);
 
@@ -113,12 +115,12 @@ template <typename Visit> void BoxTree::visitEdges(Pair const &pair, double dist
     Node const &second = nodes_[pair.second];
     bool const same = pair.first == pair.second;
     if (same && !first.straying) return;
-    for (Index i = first.begin; i < first.end; ++i) {
+    for (Index i = first.end; i-- > first.begin;) {
         Node const &a = nodes_[i];
         if (!same && !a.extent.near(second.extent, distance)) continue;
         Index const begin = same ? i + 1 : second.begin;
         tests_ += static_cast<double>(second.end - begin);
-        for (Index j = begin; j < second.end; ++j) {
+        for (Index j = second.end; j-- > begin;) {
             Node const &b = nodes_[j];
             if ((a.fresh || b.fresh) && a.extent.near(b.extent, distance)) visit(i, j);
         }

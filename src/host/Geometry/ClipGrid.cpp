@@ -12,12 +12,6 @@ constexpr int gridBits = 48;
 constexpr int doubleBits = 53;
 constexpr int maxScaleExponent = 1000; // beyond it the scale itself would overflow
 
-/// Rounds to a whole number; exact for all numbers below 2^51.
-double rounded(double value) {
-    constexpr double shift = 6755399441055744.0; // 1.5 * 2^52
-    return (value + shift) - shift;
-}
-
 double halfSize(double low, double high, double middle) { return std::max(high - middle, middle - low); }
 
 /// As fine as the predicates allow, but no finer than the doubles themselves far from
@@ -33,22 +27,15 @@ double farthestOf(Bound2D const &bound) {
                     std::max(std::abs(bound.getYLow()), std::abs(bound.getYHigh())));
 }
 
-Vec2T<double> middleOf(Bound2D const &bound) {
-    return {0.5 * bound.getXLow() + 0.5 * bound.getXHigh(), 0.5 * bound.getYLow() + 0.5 * bound.getYHigh()};
-}
-
-double scaleOf(Bound2D const &bound) {
-    Vec2T<double> const middle = middleOf(bound);
-    return scaleFor(std::max(halfSize(bound.getXLow(), bound.getXHigh(), middle.x),
-                             halfSize(bound.getYLow(), bound.getYHigh(), middle.y)),
-                    farthestOf(bound));
-}
-
 } // namespace
 
-double Grid::cellSize(Bound2D const &bound) { return 1.0 / scaleOf(bound); }
+Frame::Frame(Bound2D const &bound)
+    : origin_(0.5 * bound.getXLow() + 0.5 * bound.getXHigh(), 0.5 * bound.getYLow() + 0.5 * bound.getYHigh()),
+      scale_(scaleFor(std::max(halfSize(bound.getXLow(), bound.getXHigh(), origin_.x),
+                               halfSize(bound.getYLow(), bound.getYHigh(), origin_.y)),
+                      farthestOf(bound))) {}
 
-Grid::Grid(Bound2D const &bound, std::size_t expected) : origin_(middleOf(bound)), scale_(scaleOf(bound)) {
+Grid::Grid(Frame const &frame, std::size_t expected) : frame_(frame) {
     cells_.reserve(expected);
     points_.reserve(expected);
     std::size_t slots = 16;
@@ -57,20 +44,19 @@ Grid::Grid(Bound2D const &bound, std::size_t expected) : origin_(middleOf(bound)
     slots_.assign(slots, none);
 }
 
-Index Grid::addPoint(double x, double y) {
-    return findOrAdd({rounded((x - origin_.x) * scale_), rounded((y - origin_.y) * scale_)}, {x, y});
-}
+Index Grid::addPoint(double x, double y) { return findOrAdd(frame_.cellOf(x, y), {x, y}); }
 
 Index Grid::addCrossing(WidePoint const &point) {
-    Vec2T<double> const cell(rounded(point.x.high), rounded(point.y.high));
-    Wide const x = add(scaled(point.x, 1.0 / scale_), {origin_.x, 0.0});
-    Wide const y = add(scaled(point.y, 1.0 / scale_), {origin_.y, 0.0});
+    Vec2T<double> const cell(Frame::rounded(point.x.high), Frame::rounded(point.y.high));
+    Wide const x = add(scaled(point.x, 1.0 / frame_.scale()), {frame_.origin().x, 0.0});
+    Wide const y = add(scaled(point.y, 1.0 / frame_.scale()), {frame_.origin().y, 0.0});
     return findOrAdd(cell, {x.high + 0.0, y.high + 0.0});
 }
 
 WidePoint Grid::widePoint(Index vertex) const {
     Vec2T<double> const &point = points_[vertex];
-    return {scaled(difference(point.x, origin_.x), scale_), scaled(difference(point.y, origin_.y), scale_)};
+    return {scaled(difference(point.x, frame_.origin().x), frame_.scale()),
+            scaled(difference(point.y, frame_.origin().y), frame_.scale())};
 }
 
 std::size_t Grid::slotOf(Vec2T<double> const &cell) const {

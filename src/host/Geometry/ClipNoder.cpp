@@ -175,17 +175,18 @@ void Noder::applySplits() {
 /// Replaces an edge by its parts. Each must be shorter than the whole, or the rounds would
 /// not end; a vertex that breaks this waits for the next round.
 void Noder::cut(Edge const &edge, Split const *begin, Split const *end, std::vector<Edge> &result) const {
-    Edge part = edge;
-    part.fresh = begin != end;
+    result.push_back(edge);
+    if (begin == end) return;
+    result.back().fresh = true;
     double const whole = squaredLength(edge.from, edge.to);
     for (; begin != end; ++begin) {
-        if (begin->vertex == part.from || squaredLength(part.from, begin->vertex) >= whole) continue;
-        part.to = begin->vertex;
-        result.push_back(part);
-        part.from = part.to;
+        Index const from = result.back().from;
+        if (begin->vertex == from || squaredLength(from, begin->vertex) >= whole) continue;
+        result.back().to = begin->vertex;
+        result.push_back(edge);
+        result.back().from = begin->vertex;
+        result.back().fresh = true;
     }
-    part.to = edge.to;
-    result.push_back(part);
 }
 
 double Noder::squaredLength(Index a, Index b) const {
@@ -202,7 +203,7 @@ void Noder::joinEqualEdges() {
     table_.assign(slots, none);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < edges_.size(); ++i) {
-        Edge edge = edges_[i];
+        Edge const &edge = edges_[i];
         std::uint64_t const low = std::min(edge.from, edge.to), high = std::max(edge.from, edge.to);
         std::uint64_t hash = (low * 0x9e3779b97f4a7c15u) ^ (high * 0xbf58476d1ce4e5b9u);
         hash ^= hash >> 31;
@@ -213,7 +214,8 @@ void Noder::joinEqualEdges() {
         }
         if (table_[slot] == none) {
             table_[slot] = static_cast<Index>(kept);
-            edges_[kept++] = edge;
+            if (kept != i) edges_[kept] = edge;
+            ++kept;
             continue;
         }
         Edge &other = edges_[table_[slot]];

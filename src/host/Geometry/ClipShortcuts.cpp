@@ -36,6 +36,11 @@ bool areAllApart(std::vector<Bound2D> const &bounds, double distance) {
 
 bool isLower(Point const &a, Point const &b) { return a.y != b.y ? a.y < b.y : a.x < b.x; }
 
+/// By cells: which of two vertices is the lower one must not hang on their last bits.
+bool isLowerCell(Frame const &frame, Point const &a, Point const &b) {
+    return isLower(frame.cellOf(a.x, a.y), frame.cellOf(b.x, b.y));
+}
+
 double crossAt(Point const &a, Point const &b, Point const &c) {
     return (b.x - a.x) * (c.y - b.y) - (b.y - a.y) * (c.x - b.x);
 }
@@ -46,9 +51,10 @@ double squaredDistance(Point const &a, Point const &b) {
 }
 
 /// The contour as results have it: anticlockwise from its lowest vertex.
-Contour passed(Outline const &outline) {
+Contour passed(Outline const &outline, Frame const &frame) {
     Point const *const end = outline.points + outline.count;
-    Point const *const lowest = std::min_element(outline.points, end, isLower);
+    Point const *const lowest = std::min_element(
+        outline.points, end, [&frame](Point const &a, Point const &b) { return isLowerCell(frame, a, b); });
     Contour contour;
     contour.points.reserve(outline.count);
     contour.points.insert(contour.points.end(), lowest, end);
@@ -75,9 +81,9 @@ bool isKept(Engine::Operand operand, Inside::Operation operation) {
 /// In a convex polygon the distance from an edge rises and then falls along the border, so
 /// the vertices before and after the edge are the nearest ones. All turns to one side and
 /// one change each from going up to going down and back make it go around only once.
-bool isClearlyConvex(Outline const &outline, double cell) {
+bool isClearlyConvex(Outline const &outline, Frame const &frame) {
     if (outline.count < 3) return false;
-    double const apart2 = clearance * clearance * cell * cell;
+    double const apart = clearance / frame.scale(), apart2 = apart * apart;
     Point const *a = outline.points + outline.count - 2, *b = a + 1;
     double const side = crossAt(*a, *b, outline.points[0]) < 0.0 ? -1.0 : 1.0;
     double length2 = squaredDistance(*a, *b);
@@ -96,18 +102,19 @@ bool isClearlyConvex(Outline const &outline, double cell) {
     return changes == 2;
 }
 
-bool clipApart(std::vector<Outline> const &outlines, Inside::Operation operation, double cell,
+bool clipApart(std::vector<Outline> const &outlines, Inside::Operation operation, Frame const &frame,
                std::vector<Contour> &result) {
     std::vector<Bound2D> bounds;
     for (Outline const &outline : outlines)
         bounds.push_back(boundOf(outline));
-    if (!areAllApart(bounds, clearance * cell)) return false;
+    if (!areAllApart(bounds, clearance / frame.scale())) return false;
     for (Outline const &outline : outlines)
-        if (isKept(outline.operand, operation) && !isClearlyConvex(outline, cell)) return false;
+        if (isKept(outline.operand, operation) && !isClearlyConvex(outline, frame)) return false;
     for (Outline const &outline : outlines)
-        if (isKept(outline.operand, operation)) result.push_back(passed(outline));
-    std::sort(result.begin(), result.end(),
-              [](Contour const &a, Contour const &b) { return isLower(a.points[0], b.points[0]); });
+        if (isKept(outline.operand, operation)) result.push_back(passed(outline, frame));
+    std::sort(result.begin(), result.end(), [&frame](Contour const &a, Contour const &b) {
+        return isLowerCell(frame, a.points[0], b.points[0]);
+    });
     return true;
 }
 

@@ -18,13 +18,13 @@ struct Outline {
 };
 
 /// Whether the contour is a convex polygon so clearly that clipping would not touch it: each
-/// vertex stands off the edges that it does not end by many times `cell`.
-bool isClearlyConvex(Outline const &outline, double cell);
+/// vertex stands off the edges that it does not end by many cells.
+bool isClearlyConvex(Outline const &outline, Frame const &frame);
 
 /// Gives the result of an operation, and true, when all that counts are a few clearly convex
 /// contours apart from each other; they pass unchanged but for direction and first vertex.
-/// Else gives false, and nothing. `cell` is the size of a cell of the engine's grid.
-bool clipApart(std::vector<Outline> const &outlines, Inside::Operation operation, double cell,
+/// Else gives false, and nothing.
+bool clipApart(std::vector<Outline> const &outlines, Inside::Operation operation, Frame const &frame,
                std::vector<Contour> &result);
 
 } // namespace Clip

@@ -36,7 +36,6 @@ public:
     /// Adds a contour of points with members x and y. Throws std::invalid_argument for a
     /// coordinate that is not finite.
     template <typename Point> void addContour(Operand operand, Point const *points, std::size_t count) {
-        points_.reserve(points_.size() + count);
         for (std::size_t i = 0; i < count; ++i)
             addPoint(points[i].x, points[i].y);
         endContour(operand);
@@ -54,7 +53,8 @@ private:
 
     void addPoint(double x, double y);
     void endContour(Operand operand);
-    bool runShort(Inside const &inside, std::vector<Contour> &result) const;
+    bool runShort(Frame const &frame, Inside const &inside, std::vector<Contour> &result) const;
+    std::vector<Contour> runWhole(Frame const &frame, Inside const &inside) const;
     void makeEdges(Grid &grid, std::vector<Edge> &edges) const;
 
     NodingLimits limits_;

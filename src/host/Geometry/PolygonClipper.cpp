@@ -96,10 +96,12 @@ bool PolygonClipper::clipPolygon(Polygon2D const &subject, std::vector<Polygon2D
     try {
         Engine engine;
         addSide(engine, Engine::Subject, subject, subjectHoles);
-        if (!done || operation == Difference || !isSameSide(subject, subjectHoles, clip, clipHoles))
-            addSide(engine, Engine::Clip, clip, clipHoles);
+        // With itself, the way to ask for cleaning: one side tells all.
+        bool const alone = operation != Difference && isSameSide(subject, subjectHoles, clip, clipHoles);
+        if (alone)
+            inside = Inside::Operation::Union;
         else
-            inside = Inside::Operation::Union; // with itself, as cleaning is asked for: one side tells all
+            addSide(engine, Engine::Clip, clip, clipHoles);
         if (done) result = engine.run({inside, Inside::Fill::EvenOdd, Inside::Fill::EvenOdd});
     } catch (std::logic_error const &) { // a coordinate or the input as a whole was refused
         done = false;

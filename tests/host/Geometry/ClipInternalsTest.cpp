@@ -37,7 +37,7 @@ TEST(ClipGrid, GivesBackTheDoublesOfManyVertices) {
         points.emplace_back(random() * 1e-7, random() * 1e-8 + 100.0);
         bound.unite(points.back().x, points.back().y);
     }
-    Grid grid(bound, 4); // far too few, so that the table grows
+    Grid grid(Frame(bound), 4); // far too few, so that the table grows
     std::vector<Index> vertices;
     for (Vec2T<double> const &point : points)
         vertices.push_back(grid.addPoint(point.x, point.y));
@@ -49,14 +49,14 @@ TEST(ClipGrid, GivesBackTheDoublesOfManyVertices) {
 }
 
 TEST(ClipGrid, FirstPointOfACellKeepsIt) {
-    Grid grid(Bound2D(0.0, 0.0, 1.0, 1.0), 4);
+    Grid grid(Frame(Bound2D(0.0, 0.0, 1.0, 1.0)), 4);
     Index const first = grid.addPoint(0.5 + 1e-17, 0.25);
     EXPECT_EQ(grid.addPoint(0.5, 0.25), first);
     EXPECT_EQ(grid.size(), 1u);
 }
 
 TEST(ClipGrid, CrossingInATakenCellIsThatVertex) {
-    Grid grid(Bound2D(0.0, 0.0, 1.0, 1.0), 4);
+    Grid grid(Frame(Bound2D(0.0, 0.0, 1.0, 1.0)), 4);
     Index const vertex = grid.addPoint(0.1, 0.7);
     EXPECT_EQ(grid.addCrossing(grid.widePoint(vertex)), vertex);
 }

@@ -127,6 +127,28 @@ TEST_F(PolygonClipperTest, UnionWithItselfKeepsTheHolesOfBothSides) {
     EXPECT_EQ(holes.size(), 2u);
 }
 
+TEST_F(PolygonClipperTest, IntersectionWithItselfIsItself) {
+    ASSERT_TRUE(clip(box(0, 0, 9, 9), {box(1, 1, 2, 2)}, box(0, 0, 9, 9), {box(1, 1, 2, 2)}, 1));
+    EXPECT_EQ(areaOf(outers), 81.0);
+    EXPECT_EQ(areaOf(holes), -1.0);
+}
+
+TEST_F(PolygonClipperTest, DifferenceWithItselfIsNothing) {
+    ASSERT_TRUE(clip(box(0, 0, 9, 9), {box(1, 1, 2, 2)}, box(0, 0, 9, 9), {box(1, 1, 2, 2)}, 0));
+    EXPECT_TRUE(outers.empty());
+}
+
+TEST_F(PolygonClipperTest, SidesThatDifferInAHoleOnlyAreBothClipped) {
+    ASSERT_TRUE(clip(box(0, 0, 9, 9), {box(1, 1, 2, 2)}, box(0, 0, 9, 9), {box(5, 5, 6, 6)}, 2));
+    EXPECT_TRUE(holes.empty());
+    ASSERT_TRUE(clip(box(0, 0, 9, 9), {box(1, 1, 2, 2)}, box(0, 0, 9, 9), {box(5, 5, 6, 6)}, 1));
+    EXPECT_EQ(holes.size(), 2u);
+}
+
+TEST_F(PolygonClipperTest, UnknownCodesAreRefusedForEqualSidesToo) {
+    EXPECT_FALSE(clip(box(0, 0, 4, 4), {}, box(0, 0, 4, 4), {}, 7));
+}
+
 TEST_F(PolygonClipperTest, NothingLeftIsSuccess) {
     ASSERT_TRUE(clip(box(0, 0, 1, 1), {}, box(-1, -1, 2, 2), {}, 0));
     EXPECT_TRUE(outers.empty());

@@ -1,0 +1,18 @@
+// The commands of the tool.
+#pragma once
+
+#include "Arguments.h"
+
+#include <string>
+#include <vector>
+
+namespace EDATool {
+
+CommandDef infoCommand();
+CommandDef importCommand();
+CommandDef renderCommand();
+
+// In the order in which the help lists them.
+const std::vector<CommandDef> &commands();
+
+} // namespace EDATool

@@ -1,0 +1,123 @@
+// What a picture of a design shows.
+#include "BoardView.h"
+
+#include "host/EntityModel/Units.h"
+#include "OutlinePath.h"
+
+#include <cmath>
+
+namespace EDATool {
+
+namespace {
+
+const EntityModel::Unit *lengthUnit(const std::string &spelling) {
+    return EntityModel::Units::find(*EntityModel::Units::findQuantity("Length"), spelling);
+}
+
+// From the units of a component to those of the board. A component without known units takes the board's.
+double componentScale(const EDA::EDAComponent &component, const EntityModel::Unit *boardUnit) {
+    const EntityModel::Unit *own = lengthUnit(component.getUnits());
+    if (own == nullptr || boardUnit == nullptr) return 1.0;
+    return EntityModel::Units::convert(1.0, *own, *boardUnit);
+}
+
+// A part on the bottom is mirrored about its own y axis first, then turned, as its angle is told from the
+// top.
+Similarity placeOf(const EDA::EDAComponentPlacement &placement, double scale) {
+    Similarity place = Similarity::scaling(scale);
+    if (!placement.isOnBoardTop()) place = then(place, Similarity::mirrorX());
+    const double angle = placement.getAngle(false);
+    if (std::isfinite(angle)) place = then(place, Similarity::turn(angle));
+    return then(place, Similarity::move(placement.getXLocation(), placement.getYLocation()));
+}
+
+void addParts(const EDA::EDABoard &board, const EntityModel::Unit *unit, BoardView &view) {
+    for (auto placement = board.beginPlacements(); placement != board.endPlacements(); ++placement) {
+        if (placement->isOnBoardTop() != (view.side == Side::Top)) continue;
+        if (!placement->isPlaced()) {
+            ++view.numUnplaced;
+            continue;
+        }
+        PartView part;
+        part.at = {placement->getXLocation(), placement->getYLocation()};
+        part.designator = placement->getReferenceDesignator();
+        if (const EDA::EDAComponent *component = board.findComponent(*placement)) {
+            part.isMechanical = !component->isElectrical();
+            part.body =
+                placeOf(*placement, componentScale(*component, unit)).apply(pathOf(component->getOutline()));
+        }
+        view.parts.push_back(std::move(part));
+    }
+}
+
+void addHole(const EDA::EDAVia &via, double x, double y, BoardView &view) {
+    Path path = pathOf(via.getOutline());
+    if (path.empty()) {
+        if (!std::isfinite(x) || !std::isfinite(y) || !(via.getDiameter() > 0)) return;
+        path = circlePath({x, y}, via.getDiameter() / 2);
+    } else {
+        path = then(Similarity::turn(via.getAngle()), Similarity::move(x, y)).apply(path);
+    }
+    view.holes.push_back({std::move(path), via.isPlated()});
+}
+
+void addHoles(const EDA::EDABoard &board, BoardView &view) {
+    for (auto via = board.beginVias(); via != board.endVias(); ++via) {
+        addHole(*via, via->getXCentre(), via->getYCentre(), view);
+        for (int index = 0; index < static_cast<int>(via->numInstances()); ++index) {
+            addHole(*via, via->getInstanceXCentre(index), via->getInstanceYCentre(index), view);
+        }
+    }
+}
+
+KeepoutKind kindOf(const EDA::EDAKeepout &keepout) {
+    if (keepout.isComponentKeepout()) return KeepoutKind::Components;
+    if (keepout.isViaKeepout()) return KeepoutKind::Vias;
+    return keepout.isRoutingKeepout() ? KeepoutKind::Routing : KeepoutKind::Other;
+}
+
+void addKeepouts(const EDA::EDABoard &board, BoardView &view) {
+    for (auto keepout = board.beginKeepouts(); keepout != board.endKeepouts(); ++keepout) {
+        const bool isOnOtherSide =
+            view.side == Side::Top ? keepout->isOnBoardBottom() : keepout->isOnBoardTop();
+        if (isOnOtherSide || keepout->getOutline().empty()) continue;
+        view.keepouts.push_back({pathWithHoles(keepout->getOutline()), kindOf(*keepout)});
+    }
+}
+
+} // namespace
+
+BoardView viewOfDesign(const Design &design, Side side) {
+    const EDA::EDABoard &board = design.board();
+    const EntityModel::Unit *unit = lengthUnit(board.getUnits());
+    BoardView view;
+    view.name = board.getName();
+    view.unit = unit != nullptr ? unit->label : std::string();
+    view.side = side;
+    view.thickness = board.getThickness();
+    view.edge = pathWithHoles(board.getOutline());
+    view.edgeBound = boundOf(pathOf(board.getOutline()));
+    const EDA::EDAOutline &edge = board.getOutline();
+    for (auto inner = edge.beginInternalOutlines(); inner != edge.endInternalOutlines(); ++inner) {
+        view.cutOuts.push_back(pathOf(*inner));
+    }
+    addHoles(board, view);
+    addKeepouts(board, view);
+    addParts(board, unit, view);
+    return view;
+}
+
+Box boundOf(const BoardView &view) {
+    Box box = view.edgeBound;
+    for (const HoleView &hole : view.holes)
+        box.add(boundOf(hole.path));
+    for (const KeepoutView &keepout : view.keepouts)
+        box.add(boundOf(keepout.path));
+    for (const PartView &part : view.parts) {
+        box.add(part.at);
+        box.add(boundOf(part.body));
+    }
+    return box;
+}
+
+} // namespace EDATool

@@ -1,0 +1,29 @@
+// Looking at files before they are read.
+#pragma once
+
+#include <string>
+
+namespace EDATool {
+
+// The first bytes of a file, up to 64 KiB, without byte order mark and NUL bytes, so that text looks alike in
+// every encoding. Throws DesignFailure with the file's name and the reason when it is missing, a folder, a
+// device, empty, too large or cannot be opened.
+std::string readHead(const std::string &file);
+
+// True when both names lead to the same existing file.
+bool isSameFile(const std::string &a, const std::string &b);
+
+// The extension with its dot, in lower case: ".emn".
+std::string lowerExtension(const std::string &file);
+
+// The file of this name in its folder, without regard to case where none matches exactly; empty when there is
+// none.
+std::string findIgnoringCase(const std::string &file);
+
+// Throws DesignFailure when the file cannot be written, before long work is done for it.
+void checkWritable(const std::string &file);
+
+// Writes a whole output file, or throws DesignFailure and leaves what was there.
+void writeWhole(const std::string &file, const std::string &bytes);
+
+} // namespace EDATool

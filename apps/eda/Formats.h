@@ -1,0 +1,27 @@
+// The file formats that the tool reads: which files are of which, and how each is read.
+#pragma once
+
+#include "Design.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace EDATool {
+
+struct FormatDef {
+    const char *name;                     // "IDF"; null in the row of model files, which hold no design
+    std::vector<const char *> extensions; // lower case, with the dot
+    bool (*recognise)(
+        std::string_view head); // by the first bytes of a file, without byte order mark and NULs
+    void (*read)(const std::vector<std::string> &files, Design &design);
+};
+
+// In the order in which they are tried.
+const std::vector<FormatDef> &formats();
+
+// IDF: see IdfDesign.cpp.
+bool looksLikeIdf(std::string_view head);
+void readIdfDesign(const std::vector<std::string> &files, Design &design);
+
+} // namespace EDATool

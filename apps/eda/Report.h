@@ -1,0 +1,46 @@
+// What is in a design or a model, for people and for programs.
+#pragma once
+
+#include "Design.h"
+#include "Entities.h"
+
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <string>
+
+namespace EDATool {
+
+// One JSON object of a report. The names of its members are an interface for programs.
+class JsonReport {
+public:
+    JsonReport();
+
+    void addText(const char *name, const std::string &value);
+    void addDesign(const Design &design); // all members of "info --json" but "messages"
+    void addEntities(const EntityCounts &counts);
+
+    // Ends the object; gives its text with a line feed.
+    std::string finish();
+
+private:
+    void addNumber(const char *name, double value);
+    void addCount(const char *name, std::size_t value);
+    void addBound(double xLow, double yLow, double xHigh, double yHigh);
+    void addOutline(const EDA::EDAOutline &outline);
+    void addLayer(const EDA::EDABoardLayer &layer);
+
+    rapidjson::StringBuffer buffer_;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_;
+};
+
+// A table with a line for each kind of thing in the design.
+std::string designTable(const Design &design);
+
+// A table with a line for each type of entity.
+std::string entityTable(const EntityCounts &counts);
+
+// The warnings of a design in one text, a line each.
+std::string joinedLines(const std::vector<std::string> &lines);
+
+} // namespace EDATool

@@ -1,0 +1,28 @@
+# Run by the test: install, configure, build, run, compare.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\nfailed with ${status}:\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE "${WORK_DIR}/prefix" "${WORK_DIR}/build")
+run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix")
+run(${CMAKE_COMMAND} -S "${EXAMPLE_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
+    "-DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix" "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+run("${WORK_DIR}/build/embed" "${BOARD}")
+if(NOT output MATCHES "is Polygon, 1\\.6 mm thick, with [1-9][0-9]* holes\nafter undo: 0 boards")
+  message(FATAL_ERROR "unexpected output:\n${output}")
+endif()
+
+find_program(pkg_config pkg-config)
+if(pkg_config)
+  file(GLOB_RECURSE pc "${WORK_DIR}/prefix/*/eda.pc")
+  get_filename_component(pc_dir "${pc}" DIRECTORY)
+  run(${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${pc_dir}" ${pkg_config} --cflags --libs eda)
+  if(NOT output MATCHES "-lEDA")
+    message(FATAL_ERROR "pkg-config gives: ${output}")
+  endif()
+endif()
