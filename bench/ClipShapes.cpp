@@ -52,7 +52,7 @@ std::vector<double> heightsOf(std::vector<Segment> const &segments) {
     return heights;
 }
 
-/// How much of the line at this height is inside.
+// How much of the line at this height is inside.
 double widthAt(double y, std::vector<Segment> const &segments, Operation operation) {
     std::vector<std::pair<double, int>> crossings;
     for (Segment const &s : segments)

@@ -15,7 +15,7 @@ using Shape = std::vector<Points>;
 using Operation = Geometry::Clip::Inside::Operation;
 using Fill = Geometry::Clip::Inside::Fill;
 
-/// Random numbers that are the same with every standard library.
+// Random numbers that are the same with every standard library.
 class Random {
 public:
     explicit Random(unsigned seed) : engine_(seed) {}
@@ -26,28 +26,28 @@ private:
     std::mt19937 engine_;
 };
 
-/// Circles of 36 points and radius 1, spread so that each overlaps a few others.
+// Circles of 36 points and radius 1, spread so that each overlaps a few others.
 Shape overlappingCircles(int count, unsigned seed);
 
-/// Rectangles in rows and columns, all apart.
+// Rectangles in rows and columns, all apart.
 Shape separateRectangles(int count, unsigned seed);
 
-/// Rectangles of one unit that share their edges with their neighbours.
+// Rectangles of one unit that share their edges with their neighbours.
 Shape touchingRectangles(int count);
 
-/// One or two contours with vertices on a grid of `places` by `places` whole numbers: edges
-/// coincide, contours touch and cross themselves. With `steps` all edges are axis-parallel.
+// One or two contours with vertices on a grid of `places` by `places` whole numbers: edges
+// coincide, contours touch and cross themselves. With `steps` all edges are axis-parallel.
 Shape degenerateShape(Random &random, int places, bool steps);
 
-/// Sum of the signed areas of the contours.
+// Sum of the signed areas of the contours.
 double areaOf(Shape const &shape);
 
-/// The area that the operation must leave of even-odd filled shapes with axis-parallel
-/// edges between whole numbers from 0 to `places`: counts the unit cells that are inside.
+// The area that the operation must leave of even-odd filled shapes with axis-parallel
+// edges between whole numbers from 0 to `places`: counts the unit cells that are inside.
 double areaByCells(Operation operation, Shape const &subject, Shape const &clip, int places);
 
-/// The same for edges of any direction, by adding up trapezia between all heights at which
-/// edges end or cross. Quadratic and slow, but with nothing in common with any engine.
+// The same for edges of any direction, by adding up trapezia between all heights at which
+// edges end or cross. Quadratic and slow, but with nothing in common with any engine.
 double areaBySlabs(Operation operation, Shape const &subject, Shape const &clip);
 
 } // namespace EDABench

@@ -79,7 +79,7 @@ void timeUnion(benchmark::State &state, Clipping const &clip, Shape const &shape
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(shape.size()));
 }
 
-/// Two polygons by the interface that importers call: apart, touching and overlapping ones.
+// Two polygons by the interface that importers call: apart, touching and overlapping ones.
 void timePair(benchmark::State &state, double distance) {
     Shape const circle = overlappingCircles(1, seed);
     Points moved = circle[0];
@@ -107,7 +107,7 @@ void judge(Verdict &verdict, Clipping const &clip, Operation operation, Shape co
     verdict.largestError = std::max(verdict.largestError, error);
 }
 
-/// Counts results whose area is not that of the reference, over all operations.
+// Counts results whose area is not that of the reference, over all operations.
 void judgeAreas(benchmark::State &state, Clipping const &clip, int places, bool steps) {
     Verdict verdict;
     for (auto _ : state) {

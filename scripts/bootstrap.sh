@@ -60,5 +60,7 @@ eda_install_missing() {
 eda_use_compiler_cache() {
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER-ccache}"
+    # Without these the cache would pass over every file that uses the tests' precompiled header.
+    export CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS-pch_defines,time_macros}"
   fi
 }

@@ -88,8 +88,9 @@ void settleUnits(Design &design, const std::string &units) {
         }
     }
     if (board.getUnits().empty()) {
-        design.warnings.push_back(inQuotes(design.files.front()) +
-                                  ": names no units; its lengths are taken as millimetres, --units can say others");
+        design.warnings.push_back(
+            inQuotes(design.files.front()) +
+            ": names no units; its lengths are taken as millimetres, --units can say others");
         board.setUnits("mm");
     }
     const std::string unknown = EDA::describeUnknownUnits(board);

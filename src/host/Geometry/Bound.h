@@ -6,16 +6,16 @@
 
 namespace Geometry {
 
-/// An axis-parallel box in space, in the caller's unit, with the same rules as `Bound2D`:
-/// the reset state holds nothing and reads as 0, points that are not finite are ignored.
+// An axis-parallel box in space, in the caller's unit, with the same rules as `Bound2D`:
+// the reset state holds nothing and reads as 0, points that are not finite are ignored.
 class Bound {
 public:
-    /// The reset state.
+    // The reset state.
     Bound() = default;
 
     void reset() { *this = Bound(); }
 
-    /// Grows the box to hold the point.
+    // Grows the box to hold the point.
     void unite(double x, double y, double z) {
         if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z)) return;
         double const point[3] = {x, y, z};
@@ -26,17 +26,17 @@ public:
         empty_ = false;
     }
 
-    /// Grows the box to hold the other one.
+    // Grows the box to hold the other one.
     void unite(Bound const &other) {
         if (other.empty_) return;
         unite(other.low_[0], other.low_[1], other.low_[2]);
         unite(other.high_[0], other.high_[1], other.high_[2]);
     }
 
-    /// False in the reset state only: a flat box is valid.
+    // False in the reset state only: a flat box is valid.
     bool isValid() const { return !empty_; }
 
-    /// True when the point is inside, on the border, or outside by less than the tolerance.
+    // True when the point is inside, on the border, or outside by less than the tolerance.
     bool contains(double x, double y, double z, double tolerance) const {
         double const point[3] = {x, y, z};
         for (int axis = 0; axis < 3; ++axis) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int curveBits = 31;
 
-/// Spreads the low 32 bits so that a zero stands between each two.
+// Spreads the low 32 bits so that a zero stands between each two.
 std::uint64_t spread(std::uint64_t bits) {
     bits = (bits | (bits << 16)) & 0x0000ffff0000ffffu;
     bits = (bits | (bits << 8)) & 0x00ff00ff00ff00ffu;
@@ -29,8 +29,8 @@ std::uint64_t onCurve(double part) {
 
 constexpr double strayStep = 8.0; // cells; well above the distance at which edges are near
 
-/// Whether a run of joined edges does anything but go on along one axis, by clear steps. One
-/// that does not keeps clear of itself.
+// Whether a run of joined edges does anything but go on along one axis, by clear steps. One
+// that does not keeps clear of itself.
 bool strays(Grid const &grid, Edge const *begin, Edge const *end) {
     double least[4] = {HUGE_VAL, HUGE_VAL, HUGE_VAL, HUGE_VAL};
     for (Edge const *edge = begin; edge != end; ++edge) {

@@ -11,8 +11,8 @@
 namespace Geometry {
 namespace Clip {
 
-/// The extent of edges along x, y and both diagonals. The diagonals keep a hatch of slanted
-/// lines, whose plain boxes all overlap, from being a quadratic case.
+// The extent of edges along x, y and both diagonals. The diagonals keep a hatch of slanted
+// lines, whose plain boxes all overlap, from being a quadratic case.
 struct Extent {
     double low[4];
     double high[4];
@@ -49,16 +49,16 @@ private:
     }
 };
 
-/// A tree of extents. Its leaves are runs of joined edges, which are near each other in
-/// space already; the runs are put in the order of a space-filling curve.
+// A tree of extents. Its leaves are runs of joined edges, which are near each other in
+// space already; the runs are put in the order of a space-filling curve.
 class BoxTree {
 public:
-    /// Replaces what the tree holds.
+    // Replaces what the tree holds.
     void build(Grid const &grid, std::vector<Edge> const &edges);
 
-    /// Calls `visit(i, j)` for each pair of edges whose extents come within `distance` and
-    /// of which at least one is fresh. Leaves out some that cannot touch but in a common end. Throws
-    /// std::length_error beyond `maxTests` tests.
+    // Calls `visit(i, j)` for each pair of edges whose extents come within `distance` and
+    // of which at least one is fresh. Leaves out some that cannot touch but in a common end. Throws
+    // std::length_error beyond `maxTests` tests.
     template <typename Visit> void forNearPairs(double distance, double maxTests, Visit const &visit);
 
 private:
@@ -66,13 +66,13 @@ private:
 
     struct Node {
         Extent extent;
-        Index begin = 0; ///< children in the next lower level
+        Index begin = 0; // children in the next lower level
         Index end = 0;
         bool fresh = false;
-        bool straying = true; ///< children may touch each other elsewhere than in a common end
+        bool straying = true; // children may touch each other elsewhere than in a common end
     };
     struct Pair {
-        int level; ///< 0 for edges, 1 for runs
+        int level; // 0 for edges, 1 for runs
         Index first;
         Index second;
     };
@@ -84,9 +84,9 @@ private:
     void pushChildren(Pair const &pair, double distance);
     template <typename Visit> void visitEdges(Pair const &pair, double distance, Visit const &visit);
 
-    std::vector<Node> nodes_; ///< the edges, then the runs, then one level after the other up to the root
+    std::vector<Node> nodes_; // the edges, then the runs, then one level after the other up to the root
     Index edgeCount_ = 0;
-    int levels_ = 0; ///< above the edges
+    int levels_ = 0; // above the edges
     std::vector<Node> sorted_;
     std::vector<std::pair<std::uint64_t, Index>> order_;
     std::vector<Pair> stack_;

@@ -14,8 +14,8 @@ constexpr int maxScaleExponent = 1000; // beyond it the scale itself would overf
 
 double halfSize(double low, double high, double middle) { return std::max(high - middle, middle - low); }
 
-/// As fine as the predicates allow, but no finer than the doubles themselves far from
-/// (0, 0), where their rounding would show as slivers.
+// As fine as the predicates allow, but no finer than the doubles themselves far from
+// (0, 0), where their rounding would show as slivers.
 double scaleFor(double size, double farthest) {
     if (!(size > 0.0)) return 1.0;
     int const exponent = std::min(gridBits - 1 - std::ilogb(size), doubleBits - 1 - std::ilogb(farthest));

@@ -45,7 +45,7 @@ private:
     BoxTree tree_;
     std::vector<Split> splits_;
     std::vector<Edge> parts_;
-    std::vector<Index> table_; ///< of `joinEqualEdges`
+    std::vector<Index> table_; // of `joinEqualEdges`
 };
 
 bool hasEnd(Edge const &edge, Index vertex) { return vertex == edge.from || vertex == edge.to; }
@@ -88,8 +88,8 @@ void Noder::visitPair(Index first, Index second) {
     addSplit(second, vertex);
 }
 
-/// Splits the edge at a vertex close to it. Only where both parts become shorter than the
-/// whole: that is what makes the rounds end.
+// Splits the edge at a vertex close to it. Only where both parts become shorter than the
+// whole: that is what makes the rounds end.
 bool Noder::splitNear(Index edge, Index vertex) {
     Edge const &e = edges_[edge];
     if (hasEnd(e, vertex)) return false;
@@ -125,8 +125,8 @@ bool Noder::crosses(Edge const &a, Edge const &b) const {
     return crossSign(bx, by, a0.x - b0.x, a0.y - b0.y) * crossSign(bx, by, a1.x - b0.x, a1.y - b0.y) < 0;
 }
 
-/// The vertex at the crossing of the two input edges, which is more exact than that of the
-/// parts, unless the parts were bent so much that they cross elsewhere.
+// The vertex at the crossing of the two input edges, which is more exact than that of the
+// parts, unless the parts were bent so much that they cross elsewhere.
 Index Noder::crossingOf(Edge const &a, Edge const &b) {
     WidePoint point;
     bool const found = lineCrossing(grid_.widePoint(a.sourceFrom), grid_.widePoint(a.sourceTo),
@@ -172,8 +172,8 @@ void Noder::applySplits() {
     edges_.swap(parts_);
 }
 
-/// Replaces an edge by its parts. Each must be shorter than the whole, or the rounds would
-/// not end; a vertex that breaks this waits for the next round.
+// Replaces an edge by its parts. Each must be shorter than the whole, or the rounds would
+// not end; a vertex that breaks this waits for the next round.
 void Noder::cut(Edge const &edge, Split const *begin, Split const *end, std::vector<Edge> &result) const {
     result.push_back(edge);
     if (begin == end) return;
@@ -194,8 +194,8 @@ double Noder::squaredLength(Index a, Index b) const {
     return dx * dx + dy * dy;
 }
 
-/// Adds up the windings of edges between the same vertices, then drops those that changed
-/// nothing. All in one pass with a hash table from the two ends to the first such edge.
+// Adds up the windings of edges between the same vertices, then drops those that changed
+// nothing. All in one pass with a hash table from the two ends to the first such edge.
 void Noder::joinEqualEdges() {
     std::size_t slots = 16;
     while (slots < 2 * edges_.size())

@@ -6,8 +6,8 @@
 namespace Geometry {
 namespace Clip {
 
-/// Sign of ax * by - ay * bx, exact for whole numbers whose products stay in range: rounding
-/// is monotone, so only equal rounded products need their remainders.
+// Sign of ax * by - ay * bx, exact for whole numbers whose products stay in range: rounding
+// is monotone, so only equal rounded products need their remainders.
 inline int crossSign(double ax, double ay, double bx, double by) {
     double const p = ax * by;
     double const q = ay * bx;
@@ -19,13 +19,13 @@ inline int crossSign(double ax, double ay, double bx, double by) {
     return (pRest > qRest) - (pRest < qRest);
 }
 
-/// An unevaluated sum of two doubles, about 106 bits wide.
+// An unevaluated sum of two doubles, about 106 bits wide.
 struct Wide {
     double high = 0.0;
     double low = 0.0;
 };
 
-/// The exact difference of two doubles.
+// The exact difference of two doubles.
 inline Wide difference(double a, double b) {
     double const high = a - b;
     double const rounded = a - high;
@@ -61,13 +61,13 @@ inline Wide divide(Wide a, Wide b) {
 
 inline Wide scaled(Wide a, double powerOfTwo) { return {a.high * powerOfTwo, a.low * powerOfTwo}; }
 
-/// A point with wide coordinates.
+// A point with wide coordinates.
 struct WidePoint {
     Wide x;
     Wide y;
 };
 
-/// Where the lines through (a, b) and (c, d) cross. Gives false when they are parallel.
+// Where the lines through (a, b) and (c, d) cross. Gives false when they are parallel.
 inline bool lineCrossing(WidePoint const &a, WidePoint const &b, WidePoint const &c, WidePoint const &d,
                          WidePoint &crossing) {
     WidePoint const r{subtract(b.x, a.x), subtract(b.y, a.y)};

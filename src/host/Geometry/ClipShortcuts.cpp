@@ -20,13 +20,13 @@ Bound2D boundOf(Outline const &outline) {
     return bound;
 }
 
-/// Written so that a difference too large for a double means not apart.
+// Written so that a difference too large for a double means not apart.
 bool areApart(Bound2D const &a, Bound2D const &b, double distance) {
     return a.getXLow() - b.getXHigh() > distance || b.getXLow() - a.getXHigh() > distance ||
            a.getYLow() - b.getYHigh() > distance || b.getYLow() - a.getYHigh() > distance;
 }
 
-/// Quadratic: meant for a few outlines.
+// Quadratic: meant for a few outlines.
 bool areAllApart(std::vector<Bound2D> const &bounds, double distance) {
     for (std::size_t i = 0; i < bounds.size(); ++i)
         for (std::size_t j = i + 1; j < bounds.size(); ++j)
@@ -36,7 +36,7 @@ bool areAllApart(std::vector<Bound2D> const &bounds, double distance) {
 
 bool isLower(Point const &a, Point const &b) { return a.y != b.y ? a.y < b.y : a.x < b.x; }
 
-/// By cells: which of two vertices is the lower one must not hang on their last bits.
+// By cells: which of two vertices is the lower one must not hang on their last bits.
 bool isLowerCell(Frame const &frame, Point const &a, Point const &b) {
     return isLower(frame.cellOf(a.x, a.y), frame.cellOf(b.x, b.y));
 }
@@ -50,7 +50,7 @@ double squaredDistance(Point const &a, Point const &b) {
     return dx * dx + dy * dy;
 }
 
-/// The contour as results have it: anticlockwise from its lowest vertex.
+// The contour as results have it: anticlockwise from its lowest vertex.
 Contour passed(Outline const &outline, Frame const &frame) {
     Point const *const end = outline.points + outline.count;
     Point const *const lowest = std::min_element(
@@ -64,7 +64,7 @@ Contour passed(Outline const &outline, Frame const &frame) {
     return contour;
 }
 
-/// Whether outlines of the operand are part of the result where nothing meets.
+// Whether outlines of the operand are part of the result where nothing meets.
 bool isKept(Engine::Operand operand, Inside::Operation operation) {
     switch (operation) {
     case Inside::Operation::Difference:
@@ -78,9 +78,9 @@ bool isKept(Engine::Operand operand, Inside::Operation operation) {
 
 } // namespace
 
-/// In a convex polygon the distance from an edge rises and then falls along the border, so
-/// the vertices before and after the edge are the nearest ones. All turns to one side and
-/// one change each from going up to going down and back make it go around only once.
+// In a convex polygon the distance from an edge rises and then falls along the border, so
+// the vertices before and after the edge are the nearest ones. All turns to one side and
+// one change each from going up to going down and back make it go around only once.
 bool isClearlyConvex(Outline const &outline, Frame const &frame) {
     if (outline.count < 3) return false;
     double const apart = clearance / frame.scale(), apart2 = apart * apart;

@@ -8,8 +8,8 @@
 namespace Geometry {
 namespace Clip {
 
-/// An ordered list in blocks, so that finding, inserting and erasing stay cheap however
-/// many edges the line crosses.
+// An ordered list in blocks, so that finding, inserting and erasing stay cheap however
+// many edges the line crosses.
 class Status {
 public:
     struct Position {
@@ -20,22 +20,22 @@ public:
     bool atEnd(Position const &position) const { return position.block >= blocks_.size(); }
     Index at(Position const &position) const { return blocks_[position.block][position.offset]; }
 
-    /// The edge before the position, or `none`.
+    // The edge before the position, or `none`.
     Index before(Position const &position) const;
 
-    /// The first position whose edge `isBelow` does not hold for. It must hold for a lower part.
+    // The first position whose edge `isBelow` does not hold for. It must hold for a lower part.
     template <typename IsBelow> Position find(IsBelow const &isBelow) const;
 
-    /// Puts another edge in the place of the one there.
+    // Puts another edge in the place of the one there.
     void replace(Position const &position, Index edge) { blocks_[position.block][position.offset] = edge; }
 
-    /// Erases the edge there; the position then names the one that followed.
+    // Erases the edge there; the position then names the one that followed.
     void erase(Position &position);
 
-    /// Erases the edge wherever it is.
+    // Erases the edge wherever it is.
     void eraseAnywhere(Index edge);
 
-    /// Inserts before the position, which then names the place behind the new edge.
+    // Inserts before the position, which then names the place behind the new edge.
     void insert(Position &position, Index edge);
 
 private:
@@ -43,7 +43,7 @@ private:
 
     void splitBlock(Position &position);
 
-    std::vector<std::vector<Index>> blocks_; ///< none is empty
+    std::vector<std::vector<Index>> blocks_; // none is empty
 };
 
 template <typename IsBelow> Status::Position Status::find(IsBelow const &isBelow) const {

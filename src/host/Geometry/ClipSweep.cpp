@@ -39,10 +39,10 @@ private:
     Inside const &inside_;
     std::vector<Side> sides_;
     std::vector<Windings> windings_;
-    std::vector<Index> order_;    ///< vertices from left to right
-    std::vector<Index> begins_;   ///< for each vertex the first of its edges to the right in `leaving_`
-    std::vector<Index> leaving_;  ///< edges by left vertex
-    std::vector<Index> arriving_; ///< for each vertex the number of edges that end in it
+    std::vector<Index> order_;    // vertices from left to right
+    std::vector<Index> begins_;   // for each vertex the first of its edges to the right in `leaving_`
+    std::vector<Index> leaving_;  // edges by left vertex
+    std::vector<Index> arriving_; // for each vertex the number of edges that end in it
     Status status_;
 };
 
@@ -119,8 +119,8 @@ void Sweep::visitVertex(Index vertex) {
         insertEdge(*edge, position);
 }
 
-/// In a plane graph the ending edges lie together at the position. Where the noding had to
-/// leave a crossing of a cell or two, the order may be off there; none may stay behind.
+// In a plane graph the ending edges lie together at the position. Where the noding had to
+// leave a crossing of a cell or two, the order may be off there; none may stay behind.
 void Sweep::removeEnding(Index vertex, Status::Position &position) {
     Index left = arriving_[vertex];
     while (left > 0 && !status_.atEnd(position) && edges_[status_.at(position)].to == vertex) {

@@ -8,7 +8,7 @@
 namespace Geometry {
 namespace Clip {
 
-/// Tells whether a place with these two winding numbers belongs to the result.
+// Tells whether a place with these two winding numbers belongs to the result.
 class Inside {
 public:
     enum class Operation { Difference, Intersection, Xor, Union };
@@ -35,22 +35,22 @@ public:
     }
 
 private:
-    /// The bits of a winding number that make a place filled.
+    // The bits of a winding number that make a place filled.
     static int maskOf(Fill fill) { return fill == Fill::EvenOdd ? 1 : -1; }
 
     Operation operation_;
     int masks_[2];
 };
 
-/// What the sweep found out about an edge.
+// What the sweep found out about an edge.
 struct Side {
-    bool bounds = false;      ///< the result is on exactly one side
-    bool insideAbove = false; ///< that side is the upper (for a vertical edge the left) one
-    Index floor = none;       ///< a bounding edge of the same region below; none: the outside
+    bool bounds = false;      // the result is on exactly one side
+    bool insideAbove = false; // that side is the upper (for a vertical edge the left) one
+    Index floor = none;       // a bounding edge of the same region below; none: the outside
 };
 
-/// Turns every edge so that it leads from its left to its right vertex (from its lower to
-/// its upper one where it is vertical) and gives the sides of each. The edges must be a plane graph.
+// Turns every edge so that it leads from its left to its right vertex (from its lower to
+// its upper one where it is vertical) and gives the sides of each. The edges must be a plane graph.
 std::vector<Side> findSides(Grid const &grid, std::vector<Edge> &edges, Inside const &inside);
 
 } // namespace Clip

@@ -12,17 +12,17 @@ namespace {
 
 constexpr double sliverWidth = 4.0; // cells
 
-/// y before x, the order of contours and the choice of their first vertex.
+// y before x, the order of contours and the choice of their first vertex.
 bool isLowerThan(Vec2T<double> const &a, Vec2T<double> const &b) {
     return a.y != b.y ? a.y < b.y : a.x < b.x;
 }
 bool isLeftOf(Vec2T<double> const &a, Vec2T<double> const &b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
 
 struct Ring {
-    std::vector<Index> edges; ///< in order; each leads from its start vertex to that of the next
+    std::vector<Index> edges; // in order; each leads from its start vertex to that of the next
     bool hole = false;
-    bool sliver = false; ///< not part of the result, but a way for a hole to find its outer
-    Index outer = none;  ///< for a hole the ring around it
+    bool sliver = false; // not part of the result, but a way for a hole to find its outer
+    Index outer = none;  // for a hole the ring around it
 };
 
 class Tracer {
@@ -57,12 +57,12 @@ private:
     Grid const &grid_;
     std::vector<Edge> const &edges_;
     std::vector<Side> const &sides_;
-    std::vector<Index> begins_;  ///< for each vertex the first of its edges in `leaving_`
-    std::vector<Index> leaving_; ///< bounding edges by start vertex
-    std::vector<Index> walk_;    ///< the edges of `traceFrom`
-    std::vector<Index> ringOf_;  ///< for each edge its ring
+    std::vector<Index> begins_;  // for each vertex the first of its edges in `leaving_`
+    std::vector<Index> leaving_; // bounding edges by start vertex
+    std::vector<Index> walk_;    // the edges of `traceFrom`
+    std::vector<Index> ringOf_;  // for each edge its ring
     std::vector<char> visited_;
-    std::vector<Index> place_; ///< for each vertex its place in the path of `addHoleLoops`, else none
+    std::vector<Index> place_; // for each vertex its place in the path of `addHoleLoops`, else none
     std::vector<Ring> rings_;
 };
 
@@ -101,8 +101,8 @@ void Tracer::traceFrom(Index first) {
         addRing(std::vector<Index>(walk_), false);
 }
 
-/// The edge that goes on around the same corner of the result: the first one met when
-/// turning clockwise from the way back. So regions that only touch at the vertex part there.
+// The edge that goes on around the same corner of the result: the first one met when
+// turning clockwise from the way back. So regions that only touch at the vertex part there.
 Index Tracer::following(Index edge) const {
     Index const vertex = endOf(edge);
     Index best = begins_[vertex] < begins_[vertex + 1] ? leaving_[begins_[vertex]] : none;
@@ -111,8 +111,8 @@ Index Tracer::following(Index edge) const {
     return best;
 }
 
-/// In which part of the clockwise turn from the way back the candidate lies: 0 within the
-/// first half turn, 1 straight ahead, 2 within the second half turn, 3 on the way back.
+// In which part of the clockwise turn from the way back the candidate lies: 0 within the
+// first half turn, 1 straight ahead, 2 within the second half turn, 3 on the way back.
 int Tracer::turnRank(Index edge, Index candidate) const {
     Vec2T<double> const &v = endCell(edge), &u = startCell(edge), &w = endCell(candidate);
     int const sign = crossSign(u.x - v.x, u.y - v.y, w.x - v.x, w.y - v.y);
@@ -127,8 +127,8 @@ bool Tracer::turnsSooner(Index edge, Index candidate, Index best) const {
     return crossSign(a.x - v.x, a.y - v.y, b.x - v.x, b.y - v.y) < 0;
 }
 
-/// A ring bounds a hole when the result lies below its lowest vertex: there one of its
-/// corners turns right. Exact, unlike an area.
+// A ring bounds a hole when the result lies below its lowest vertex: there one of its
+// corners turns right. Exact, unlike an area.
 bool Tracer::boundsHole(std::vector<Index> const &ring) const {
     auto const lower = [this](Index a, Index b) { return isLowerThan(startCell(a), startCell(b)); };
     Index const lowest = startOf(*std::min_element(ring.begin(), ring.end(), lower));
@@ -141,7 +141,7 @@ bool Tracer::boundsHole(std::vector<Index> const &ring) const {
     return false;
 }
 
-/// Holes that touch each other at vertices were walked around in one go; cut them apart.
+// Holes that touch each other at vertices were walked around in one go; cut them apart.
 void Tracer::addHoleLoops(std::vector<Index> const &ring) {
     std::vector<Index> path;
     for (Index edge : ring) {
@@ -168,8 +168,8 @@ void Tracer::addRing(std::vector<Index> edges, bool hole) {
     rings_.push_back({std::move(edges), hole, sliver, none});
 }
 
-/// Rounding leaves rings of a few cells in width where edges nearly fall together; they
-/// mean nothing, neither as solid nor as hole.
+// Rounding leaves rings of a few cells in width where edges nearly fall together; they
+// mean nothing, neither as solid nor as hole.
 bool Tracer::isSliver(std::vector<Index> const &ring) const {
     Vec2T<double> const &origin = startCell(ring.front());
     double twice = 0.0, reach = 0.0;
@@ -189,7 +189,7 @@ void Tracer::startLowest(std::vector<Index> &ring) const {
     std::rotate(ring.begin(), std::min_element(ring.begin(), ring.end(), lower), ring.end());
 }
 
-/// The bounding edge below the leftmost vertex of a hole.
+// The bounding edge below the leftmost vertex of a hole.
 Index Tracer::floorOf(Ring const &ring) const {
     std::size_t leftmost = 0;
     for (std::size_t i = 1; i < ring.edges.size(); ++i)
@@ -201,7 +201,7 @@ Index Tracer::floorOf(Ring const &ring) const {
     return sides_[leavingIsLower ? leaving : arriving].floor;
 }
 
-/// The floor of a hole belongs to the outer around it or to another hole within that one.
+// The floor of a hole belongs to the outer around it or to another hole within that one.
 void Tracer::findOuters() {
     std::vector<Index> chain;
     for (std::size_t i = 0; i < rings_.size(); ++i) {

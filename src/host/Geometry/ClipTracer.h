@@ -9,7 +9,7 @@
 namespace Geometry {
 namespace Clip {
 
-/// The contours around the regions that the sides tell of, in canonical order.
+// The contours around the regions that the sides tell of, in canonical order.
 std::vector<Contour> traceContours(Grid const &grid, std::vector<Edge> const &edges,
                                    std::vector<Side> const &sides);
 

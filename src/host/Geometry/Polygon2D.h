@@ -9,9 +9,9 @@
 
 namespace Geometry {
 
-/// A closed polygon with straight edges: the last point joins the first without being
-/// repeated. Coordinates are in the caller's unit. Any list of points is accepted, also one
-/// that crosses or touches itself.
+// A closed polygon with straight edges: the last point joins the first without being
+// repeated. Coordinates are in the caller's unit. Any list of points is accepted, also one
+// that crosses or touches itself.
 class Polygon2D {
 public:
     using Point = Vec2T<double>;
@@ -19,13 +19,13 @@ public:
 
     Polygon2D() = default;
 
-    /// Takes the points over as they are.
+    // Takes the points over as they are.
     explicit Polygon2D(std::vector<Point> points) : points_(std::move(points)) {}
 
     void reserve(std::size_t count) { points_.reserve(count); }
 
-    /// Appends a point. With `checkDuplicate`, a point that equals the last one exactly is
-    /// dropped. The bounding box is not updated: see `setBoundingBox`.
+    // Appends a point. With `checkDuplicate`, a point that equals the last one exactly is
+    // dropped. The bounding box is not updated: see `setBoundingBox`.
     void addPoint(double x, double y, bool checkDuplicate);
 
     std::size_t numPoints() const { return points_.size(); }
@@ -33,17 +33,17 @@ public:
     const_iterator endPoints() const { return points_.end(); }
     std::vector<Point> const &points() const { return points_; }
 
-    /// Computes the box of the points that are there now.
+    // Computes the box of the points that are there now.
     void setBoundingBox();
 
-    /// The box as of the last `setBoundingBox`; in the reset state before that.
+    // The box as of the last `setBoundingBox`; in the reset state before that.
     Bound2D const &getBoundingBox() const { return bound_; }
 
-    /// Makes the points run anticlockwise (true: an outer outline) or clockwise (false: a
-    /// hole). The first point stays the first. A polygon without area stays as it is.
+    // Makes the points run anticlockwise (true: an outer outline) or clockwise (false: a
+    // hole). The first point stays the first. A polygon without area stays as it is.
     void setOrientation(bool anticlockwise);
 
-    /// Area, positive for an anticlockwise polygon.
+    // Area, positive for an anticlockwise polygon.
     double getSignedArea() const;
 
 private:

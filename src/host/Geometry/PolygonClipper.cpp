@@ -24,8 +24,8 @@ void addContours(Engine &engine, Engine::Operand operand, std::vector<Contour> c
         engine.addContour(operand, contour.points.data(), contour.points.size());
 }
 
-/// Adds the holes so that non-zero filling covers what any of them covers: each made clean
-/// on its own, since even-odd filling of all at once would leave out where two overlap.
+// Adds the holes so that non-zero filling covers what any of them covers: each made clean
+// on its own, since even-odd filling of all at once would leave out where two overlap.
 void addHoles(Engine &engine, std::vector<Polygon2D> const &holes) {
     Engine cleaner;
     for (Polygon2D const &hole : holes) {
@@ -35,7 +35,7 @@ void addHoles(Engine &engine, std::vector<Polygon2D> const &holes) {
     }
 }
 
-/// Adds the polygon less its holes as one operand for even-odd filling.
+// Adds the polygon less its holes as one operand for even-odd filling.
 void addSide(Engine &engine, Engine::Operand operand, Polygon2D const &polygon,
              std::vector<Polygon2D> const &holes) {
     if (holes.empty()) {

@@ -20,7 +20,7 @@ double distanceToSegment(Point const &p, Point const &a, Point const &b) {
     return std::hypot(p.x - (a.x + part * dx), p.y - (a.y + part * dy));
 }
 
-/// Even-odd containment of a point in one closed polygon, and its distance to the border.
+// Even-odd containment of a point in one closed polygon, and its distance to the border.
 bool isInside(Polygon2D const &polygon, Point const &p, double &distance) {
     std::vector<Point> const &points = polygon.points();
     bool inside = false;

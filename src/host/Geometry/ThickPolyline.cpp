@@ -27,7 +27,7 @@ bool allFinite(Points const &points) {
     return true;
 }
 
-/// The line without repeated points, with the unit normal to the left of each segment.
+// The line without repeated points, with the unit normal to the left of each segment.
 class ThickLine {
 public:
     ThickLine(std::vector<double> const &xs, std::vector<double> const &ys, double halfWidth);
@@ -60,7 +60,7 @@ ThickLine::ThickLine(std::vector<double> const &xs, std::vector<double> const &y
     }
 }
 
-/// The tip where the two sides meet. Gives false where the line turns back and they don't.
+// The tip where the two sides meet. Gives false where the line turns back and they don't.
 bool ThickLine::mitre(std::size_t corner, double side, Point &tip) const {
     Point const &before = normals_[corner - 1], &after = normals_[corner];
     double const twiceSquaredCosine = 1.0 + dot(before, after); // of half the turn
@@ -89,7 +89,7 @@ void ThickLine::addCorner(std::size_t corner, double side, Points &outline) cons
     outline.push_back(shifted(points_[corner], normals_[second], side * halfWidth_));
 }
 
-/// Along the right side and back along the left one. Gives false when the way crosses itself.
+// Along the right side and back along the left one. Gives false when the way crosses itself.
 bool ThickLine::walk(Points &outline) const {
     std::size_t const last = points_.size() - 1;
     outline.push_back(shifted(points_[0], normals_[0], -halfWidth_));
@@ -109,7 +109,7 @@ bool ThickLine::walk(Points &outline) const {
            Polygon2D(outline).getSignedArea() > 0.0;
 }
 
-/// A rectangle for each segment and a piece for the outer side of each corner, all anticlockwise.
+// A rectangle for each segment and a piece for the outer side of each corner, all anticlockwise.
 void ThickLine::addPieces(Clip::Engine &engine) const {
     for (std::size_t i = 0; i < normals_.size(); ++i) {
         Points const box{

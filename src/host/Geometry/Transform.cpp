@@ -7,7 +7,7 @@ namespace Geometry {
 
 namespace {
 
-/// Turns -0 into 0 and leaves every other number alone.
+// Turns -0 into 0 and leaves every other number alone.
 double plainZero(double value) { return value + 0.0; }
 
 struct SineCosine {
@@ -15,7 +15,7 @@ struct SineCosine {
     double cosine;
 };
 
-/// Works on the rest within +-45 degrees of a quarter turn, so whole quarter turns are exact.
+// Works on the rest within +-45 degrees of a quarter turn, so whole quarter turns are exact.
 SineCosine sineCosine(double degrees) {
     if (!std::isfinite(degrees)) return {0.0, 1.0};
     double const turn = std::fmod(degrees, 360.0);

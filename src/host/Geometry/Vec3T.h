@@ -3,7 +3,7 @@
 
 namespace Geometry {
 
-/// A point or a vector of space. The unit is the caller's.
+// A point or a vector of space. The unit is the caller's.
 template <typename T> struct Vec3T {
     T x = T();
     T y = T();

@@ -44,7 +44,7 @@ std::vector<Contour> run(std::vector<Points> const &subject, std::vector<Points>
     return engine.run({operation, Inside::Fill::EvenOdd, Inside::Fill::EvenOdd});
 }
 
-/// The same without the shortcut: contours without points count, so there are too many for it.
+// The same without the shortcut: contours without points count, so there are too many for it.
 std::vector<Contour> runWhole(std::vector<Points> subject, std::vector<Points> const &clip,
                               Operation operation) {
     subject.resize(subject.size() + 20);

@@ -27,7 +27,7 @@ struct Case {
     std::vector<Ring> expected;
 };
 
-/// What the test framework prints as the parameter of a failed test.
+// What the test framework prints as the parameter of a failed test.
 std::ostream &operator<<(std::ostream &out, Case const &one) { return out << one.name; }
 
 std::vector<gpc_vertex> parsePoints(std::istream &line) {

@@ -26,18 +26,18 @@ using Shape = std::vector<Points>;
 constexpr unsigned seed = 20240611;
 
 struct Kind {
-    int places;    ///< whole-number coordinates from 0 to places - 1: few give many coincidences
-    int maxPoints; ///< of a contour
-    double angle;  ///< turn of all, in radians
-    double scale;  ///< then growth
-    double offset; ///< then shift in x and y
+    int places;    // whole-number coordinates from 0 to places - 1: few give many coincidences
+    int maxPoints; // of a contour
+    double angle;  // turn of all, in radians
+    double scale;  // then growth
+    double offset; // then shift in x and y
 };
 
 std::ostream &operator<<(std::ostream &out, Kind const &kind) {
     return out << kind.places << " places, turned by " << kind.angle << ", times " << kind.scale;
 }
 
-/// Not standard distributions, whose numbers differ between libraries.
+// Not standard distributions, whose numbers differ between libraries.
 class Random {
 public:
     explicit Random(unsigned start) : engine_(start) {}
@@ -99,8 +99,8 @@ bool sameShape(Shape const &a, Shape const &b) {
     });
 }
 
-/// The area that an operation must leave, by adding up trapezia between all heights where
-/// anything happens: slow, and with nothing in common with the engine.
+// The area that an operation must leave, by adding up trapezia between all heights where
+// anything happens: slow, and with nothing in common with the engine.
 class SlabArea {
 public:
     SlabArea(Shape const &a, Shape const &b) {

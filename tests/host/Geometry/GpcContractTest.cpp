@@ -14,7 +14,7 @@ namespace {
 
 using Corners = std::vector<std::pair<double, double>>;
 
-/// Owns a polygon of the array interface.
+// Owns a polygon of the array interface.
 class Owned {
 public:
     Owned() = default;

@@ -16,7 +16,7 @@ Polygon2D box(double xLow, double zLow, double xHigh, double zHigh) {
     return Polygon2D({{xLow, zLow}, {xHigh, zLow}, {xHigh, zHigh}, {xLow, zHigh}});
 }
 
-/// 4 by 1 by 2 with a hole of 1 by 1.
+// 4 by 1 by 2 with a hole of 1 by 1.
 std::unique_ptr<::Geometry::Geometry> plate(Transform const &place) {
     return PolygonPrismGeometryMaker::makePrism(box(0, 0, 4, 2), {box(1, 0.5, 2, 1.5)}, 0.0, 1.0, place);
 }
