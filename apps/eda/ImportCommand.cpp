@@ -90,7 +90,7 @@ void settleUnits(Design &design, const std::string &units) {
     if (board.getUnits().empty()) {
         design.warnings.push_back(
             inQuotes(design.files.front()) +
-            ": names no units; its lengths are taken as millimetres, --units can say others");
+            " names no units; its lengths are taken as millimetres, --units can say others");
         board.setUnits("mm");
     }
     const std::string unknown = EDA::describeUnknownUnits(board);
@@ -158,6 +158,21 @@ void writeTrace(const Profiling::TraceRecorder &recorder, const std::string &fil
     writeWhole(file, stream.str());
 }
 
+// What was read and has no entities yet, so that nobody takes the model for more than it is.
+std::string leftOutLine(const EDA::EDABoard &board) {
+    const std::pair<std::size_t, const char *> kinds[] = {{board.numComponentPlacements(), "placements"},
+                                                          {board.numVias(1), "drilled holes and vias"},
+                                                          {board.numBumps(1), "bumps"},
+                                                          {board.numWirebonds(), "wirebonds"},
+                                                          {board.numLayers(), "layers"}};
+    std::string list;
+    for (const auto &[count, name] : kinds) {
+        if (count > 0) list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + name;
+    }
+    if (list.empty()) return list;
+    return "\nNot in the model, since this version imports the board, its cut-outs and its keepouts: " + list + "\n";
+}
+
 void printSummary(const Arguments &arguments, const Design &design, const EntityCounts &counts,
                   const Outcome &outcome) {
     if (arguments.has("--json")) {
@@ -169,7 +184,8 @@ void printSummary(const Arguments &arguments, const Design &design, const Entity
         print(report.finish());
         return;
     }
-    print("Read:\n" + designTable(design) + "\nEntities by type:\n" + entityTable(counts));
+    print("Read:\n" + designTable(design) + "\nEntities by type:\n" + entityTable(counts) +
+          leftOutLine(design.board()));
     if (outcome.isSaved) {
         print("\nModel saved as " + shortened(arguments.value("--output"), 300) + " after " +
               shortNumber(outcome.seconds, 3) + " s\n");

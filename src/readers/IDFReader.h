@@ -56,7 +56,6 @@ private:
         bool boardCleanUpDue = false;
         bool pointsDropped = false;
         std::size_t points = 0;
-        std::size_t boardPoints = 0; // of the board outline in this file
         std::size_t boardCleanUpWork = 0;
     };
 
@@ -110,6 +109,7 @@ private:
     std::string lastFileType_;
     int lastFileVersion_ = 0;
     IDFReaderLimits limits_;
+    std::size_t boardPoints_ = 0; // of the board outline, from all files: a clean-up visits them all
     ReadState state_;
 };
 

@@ -15,14 +15,14 @@ void IDFReader::readBoardOutline(RowIterator &row, const RowIterator &end) {
     }
     const std::size_t pointsBefore = state_.points;
     readOutlineRows(row, end, endToken, board_.getOutline());
-    state_.boardPoints += state_.points - pointsBefore;
+    boardPoints_ += state_.points - pointsBefore;
     cleanBoardOutline();
 }
 
 void IDFReader::cleanBoardOutline() {
     state_.boardCleanUpDue = state_.boardCleanUpWork > limits_.boardCleanUpWork;
     if (state_.boardCleanUpDue) return;
-    state_.boardCleanUpWork += state_.boardPoints;
+    state_.boardCleanUpWork += boardPoints_;
     board_.getOutline().removeDegeneratePoints();
 }
 

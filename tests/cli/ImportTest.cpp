@@ -152,6 +152,22 @@ TEST_F(ToolImport, UnitsOptionLeavesKnownOnes) {
     EXPECT_STREQ(importJson(folder, {"--units", "in"})["units"].GetString(), "MM");
 }
 
+TEST_F(ToolImport, ABoardWithoutUnitsIsTakenAsMillimetresWithAWarning) {
+    // A panel file's header names no units that are read.
+    std::string panel = smallBoard();
+    panel.replace(panel.find("BOARD_FILE"), 10, "PANEL_FILE");
+    folder.write("small.emn", panel);
+    const ToolResult result = runTool({"import", folder.path("small.emn"), "-o", folder.path("model.json")});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.err, HasSubstr("small.emn' names no units; its lengths are taken as millimetres"));
+}
+
+TEST_F(ToolImport, TheSummaryNamesWhatHasNoEntitiesYet) {
+    const ToolResult result = runTool({"import", folder.path("small.emn"), "-o", folder.path("model.json")});
+    EXPECT_THAT(result.out, HasSubstr("Not in the model"));
+    EXPECT_THAT(result.out, HasSubstr("3 placements, 2 drilled holes and vias"));
+}
+
 TEST_F(ToolImport, MissingLibraryIsAWarningAndTheImportGoesOn) {
     std::filesystem::remove(std::filesystem::u8path(folder.path("small.emp")));
     const ToolResult result = runTool({"import", folder.path("small.emn"), "-o", folder.path("model.json")});

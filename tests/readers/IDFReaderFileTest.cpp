@@ -137,6 +137,66 @@ TEST_F(IDFReaderFile, SectionBeforeTheHeaderSeesTheVersionOfThePreviousFile) {
     EXPECT_EQ((board().beginPlacements() + 1)->getXLocation(), 1.0);
 }
 
+TEST_F(IDFReaderFile, HeaderEndsTheVersionOfThePreviousFile) {
+    const std::string hole = ".DRILLED_HOLES\n0.8 1 2 PTH BOARD VIA ECAD\n.END_DRILLED_HOLES\n";
+    readWell(".HEADER\nLIBRARY_FILE 2.0\n.END_HEADER\n" + component);
+    readWell(boardHeader + hole);
+    EXPECT_EQ(board().beginVias()->getHoleType(), "VIA");
+    readBadly(
+        boardHeader2 + hole,
+        "IDF Drilled Holes record part 1 has incorrect number of entries: <0.8 1 2 PTH BOARD VIA ECAD>");
+}
+
+TEST_F(IDFReaderFile, FileWithoutAHeaderIsReadInTheVersionOfThePreviousFile) {
+    const std::string route = ".ROUTE_OUTLINE\nALL 1\n0 0 0 0\n.END_ROUTE_OUTLINE\n";
+    readBadly(route, "Missing IDF file header!");
+    EXPECT_EQ(board().numRouteOutlines(), 1u);
+    readWell(boardHeader);
+    readBadly(route, "IDF Route Outline record 2 has incorrect number of entries: <ALL 1>");
+    EXPECT_EQ(details(reader), std::make_pair(std::string("BOARD_FILE"), 3));
+}
+
+TEST_F(IDFReaderFile, SecondBoardFileAddsToTheOutlineAndOverwritesTheRest) {
+    const std::string first = folder.write(
+        "1.emn", boardHeader + ".BOARD_OUTLINE\n1.6\n0 0 0 0\n0 9 0 0\n0 9 9 0\n.END_BOARD_OUTLINE\n");
+    const std::string second =
+        folder.write("2.emn", ".HEADER\nBOARD_FILE 2.0\nother THOU\n.END_HEADER\n"
+                              ".BOARD_OUTLINE\n62\n0 0 9 0\n1 2 2 0\n1 3 2 360\n.END_BOARD_OUTLINE\n");
+    EXPECT_TRUE(reader.readFile(first));
+    EXPECT_TRUE(reader.readFile(second));
+    EXPECT_EQ(board().getName(), "other");
+    EXPECT_EQ(board().getUnits(), "THOU");
+    EXPECT_EQ(board().getThickness(), 62.0);
+    EXPECT_EQ(stored(board().getOutline()),
+              (std::vector<StoredPoint>{{0, 0, 0}, {9, 0, 0}, {9, 9, 0}, {0, 9, 0}}));
+    EXPECT_EQ(board().getOutline().numInternalOutlines(), 1);
+    EXPECT_EQ(sources(board()), std::make_pair(second, std::string()));
+}
+
+TEST_F(IDFReaderFile, FailedReadKeepsTheSourceNamesOfTheFilesBefore) {
+    const std::string boardFile = folder.write("board.emn", boardHeader);
+    ASSERT_TRUE(reader.readFile(boardFile));
+    readBadly(boardHeader2 + ".BOARD_OUTLINE\n1 2\n",
+              "IDF Board Outline record 2 has incorrect number of entries: <1 2>");
+    EXPECT_EQ(sources(board()), std::make_pair(boardFile, std::string()));
+    EXPECT_EQ(board().getUnits(), "THOU");
+}
+
+TEST_F(IDFReaderFile, EmptyTokensBeginRowsOfEverySection) {
+    const std::string row = "\"\"\n";
+    const std::string point = "\"\" 1 2 \"\"\n";
+    readWell(boardHeader + ".BOARD_OUTLINE\n" + row + row + point + point + ".END_BOARD_OUTLINE\n" +
+             ".ELECTRICAL\n\"\" \"\" \"\" \"\"\n" + row + "\"\" a b\n.END_ELECTRICAL\n" +
+             ".PLACEMENT\n\"\" \"\"\n\"\" \"\" \"\" \"\" \"\" \"\"\n.END_PLACEMENT\n" +
+             ".PLACE_KEEPOUT\n\"\" \"\"\n" + row + ".END_PLACE_KEEPOUT\n" +
+             ".DRILLED_HOLES\n\"\" \"\" \"\" \"\" \"\"\n.END_DRILLED_HOLES\n" + ".ROUTE_OUTLINE\n" + row +
+             row + ".END_ROUTE_OUTLINE\n.NOTES\n" + row + ".END_NOTES\n" + component);
+    EXPECT_EQ(board().getThickness(), 0.0);
+    EXPECT_EQ(board().numComponents(), 2u);
+    EXPECT_EQ(board().beginPlacements()->getOffset(), 0.0);
+    EXPECT_EQ(board().numVias(0), 1u);
+}
+
 TEST_F(IDFReaderFile, UnknownSectionsAndOtherRowsAreSkipped) {
     readWell(boardHeader + ".PANEL_OUTLINE MCAD\n62\n0 0 0 0\n.END_PANEL_OUTLINE\nstray row\n\"\"\n.\n" +
              component);
@@ -186,6 +246,10 @@ TEST_F(IDFReaderFile, CopiesKeepTheLastFileDetails) {
     readWell(boardHeader);
     const EDA::IDFReader copy(reader);
     EXPECT_EQ(details(copy), std::make_pair(std::string("BOARD_FILE"), 3));
+    EDA::IDFReader assigned;
+    assigned = reader;
+    EXPECT_EQ(details(assigned), std::make_pair(std::string("BOARD_FILE"), 3));
+    EXPECT_EQ(assigned.getBoard().getName(), "board");
 }
 
 TEST_F(IDFReaderFile, TextRulesOfRows) {
@@ -228,6 +292,7 @@ TEST(IDFReaderNames, UnknownExtensionGetsNone) {
     EXPECT_EQ(reader.getMatchingLibraryFilename("board.txt"), "board");
     EXPECT_EQ(reader.getMatchingLibraryFilename("board.EMN"), "board");
     EXPECT_EQ(reader.getMatchingLibraryFilename("board"), "board");
+    EXPECT_EQ(reader.getMatchingLibraryFilename("set.emn/board"), "set.emn/board");
     EXPECT_EQ(reader.getMatchingLibraryFilename(""), "");
 }
 

@@ -267,6 +267,24 @@ TEST(IDFHugeFiles, BoardOutlineComingBack) {
               patience);
 }
 
+TEST(IDFHugeFiles, BoardOutlineComingBackInTheNextFile) {
+    std::string points;
+    for (int i = 0; i < 180'000; ++i)
+        points += "0 " + std::to_string(i) + ' ' + std::to_string(i % 7 * i % 11) + " 0\n";
+    const TestSupport::TempFolder folder;
+    EDA::IDFReaderLimits limits;
+    limits.boardCleanUpWork = 1'000'000;
+    EDA::IDFReader reader(limits);
+    ASSERT_TRUE(
+        reader.readFile(folder.write("first.emn", IDFTest::boardHeader + ".BOARD_OUTLINE\n1\n" + points)));
+    const std::string next = folder.write(
+        "next.emn", IDFTest::boardHeader + repeated(".BOARD_OUTLINE\n1\n.END_BOARD_OUTLINE\n", 20'000));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(reader.readFile(next));
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(seconds.count(), patience);
+}
+
 TEST(IDFHugeFiles, OneLoopForEachPoint) {
     EXPECT_LT(
         secondsToRead(IDFTest::boardHeader + ".BOARD_OUTLINE\n1\n" + repeated("2147483647 1 2 0\n", 100'000)),

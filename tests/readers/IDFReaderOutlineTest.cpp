@@ -40,6 +40,11 @@ TEST_F(IDFBoardOutline, ArcsKeepTheirAngle) {
               (std::vector<StoredPoint>{{0, 0, 0}, {4, 0, -90.5}, {4, 4, 180}}));
 }
 
+TEST_F(IDFBoardOutline, ArcsAreCutEveryTenDegrees) {
+    readWell(boardHeader + section("BOARD_OUTLINE", "1.6\n0 0 0 0\n0 400 0 360\n"));
+    EXPECT_EQ(board().getOutline().getPoints(true).size(), 36u);
+}
+
 TEST_F(IDFBoardOutline, RowsOfAnotherSizeAreSkipped) {
     readWell(boardHeader + section("BOARD_OUTLINE", "1.6\n0 0 0 0\n0 9 9\n0 4 0 0\n0 9 9 9 9\n0 4 4 0\n"));
     EXPECT_EQ(stored(board().getOutline()), (std::vector<StoredPoint>{{0, 0, 0}, {4, 0, 0}, {4, 4, 0}}));
@@ -187,6 +192,14 @@ TEST_F(IDFRouteOutline, Version3SkipsRecord2) {
     readWell(boardHeader + section("ROUTE_OUTLINE", "ALL\n" + square));
     ASSERT_EQ(board().numRouteOutlines(), 1u);
     EXPECT_EQ(stored(*board().beginRouteOutlines()), openSquare);
+}
+
+TEST_F(IDFRouteOutline, HigherIndexIsACutOut) {
+    readWell(boardHeader + section("ROUTE_OUTLINE", "ALL\n" + square + "1 1 1 0\n1 2 1 360\n") +
+             section("PLACE_OUTLINE", "TOP 9\n" + square + "1 1 1 0\n1 2 1 360\n"));
+    ASSERT_EQ(board().beginRouteOutlines()->numInternalOutlines(), 1);
+    EXPECT_TRUE(board().beginRouteOutlines()->beginInternalOutlines()->isHole());
+    EXPECT_EQ(board().beginPlacementOutlines()->numInternalOutlines(), 1);
 }
 
 TEST_F(IDFRouteOutline, Record2MayBeMissing) {

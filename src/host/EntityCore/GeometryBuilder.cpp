@@ -18,7 +18,7 @@ namespace {
 using EntityModel::Entity;
 using Geometry::Polygon2D;
 
-/// An entity to be built, and what it and its siblings, which may be millions, are measured in.
+// An entity to be built, and what it and its siblings, which may be millions, are measured in.
 struct Task {
     Entity *entity;
     std::shared_ptr<PartFrame const> frame;
@@ -33,7 +33,7 @@ void moveInPlane(Polygon2D &polygon, Geometry::Transform const &transform) {
     polygon = Polygon2D(std::move(points));
 }
 
-/// The holes of an entity, in the own frame of its shape.
+// The holes of an entity, in the own frame of its shape.
 std::vector<Polygon2D> makeHoles(Entity const &entity, PartFrame const &inside) {
     std::vector<Entity *> holes;
     getLinkedEntities(&entity, EntityModel::Holes_t, holes);

@@ -79,7 +79,7 @@ PartFootprint readShaped(Entity const &entity, PartRule const &rule) {
     return readBox(entity);
 }
 
-/// A single circle, or the box around many of them.
+// A single circle, or the box around many of them.
 PartFootprint readRound(Entity const &entity, PartRule const &rule) {
     TypeRef const modelling = getTypeValue(&entity, EntityModel::Modelling_Type_t, TypeRef());
     if (modelling == EntityModel::Multiple_Vias_t) return readBox(entity);

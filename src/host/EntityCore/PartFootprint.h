@@ -10,8 +10,8 @@ class Entity;
 
 namespace EntityGUI {
 
-/// What the attributes of an entity say about its shape in the X-Z plane, in metres, in its own frame. The
-/// points of a polygon are left where they are: only its extent is here.
+// What the attributes of an entity say about its shape in the X-Z plane, in metres, in its own frame. The
+// points of a polygon are left where they are: only its extent is here.
 struct PartFootprint {
     enum class Form { None, Box, Circle, Polygon };
 
@@ -31,8 +31,8 @@ struct PartFootprint {
 
 PartFootprint readFootprint(EntityModel::Entity const &entity, PartRule const &rule);
 
-/// The footprint as a polygon whose y is Z. A circle becomes so many edges that none is further than a
-/// micrometre from it, but no more than 1024.
+// The footprint as a polygon whose y is Z. A circle becomes so many edges that none is further than a
+// micrometre from it, but no more than 1024.
 Geometry::Polygon2D makePolygon(EntityModel::Entity const &entity, PartFootprint const &footprint);
 
 } // namespace EntityGUI

@@ -28,7 +28,7 @@ Transform shift(Point const &by) { return Transform::createTranslation(by.x, by.
 
 Transform shiftBack(Point const &by) { return Transform::createTranslation(-by.x, -by.y, -by.z); }
 
-/// The points of the own frame that the location names and that the part turns about.
+// The points of the own frame that the location names and that the part turns about.
 struct Anchor {
     Point location;
     Point pivot;
@@ -81,8 +81,8 @@ Transform readTurn(Entity const &entity, PartRule const &rule, PartFrame const &
     return Transform::createRotation(angle, Transform::YAxis);
 }
 
-/// A cylinder that is tilted to the board rolls over the point of its rim with the greatest Z. At 90 degrees
-/// it lies on the board, from that point on, which is the footprint that the exporter gives it.
+// A cylinder that is tilted to the board rolls over the point of its rim with the greatest Z. At 90 degrees
+// it lies on the board, from that point on, which is the footprint that the exporter gives it.
 Transform readTilt(Entity const &entity, PartFootprint const &print) {
     constexpr double upright = 1e-6;
     double const tilt = readNumber(entity, EntityModel::Angle_To_Board_t);

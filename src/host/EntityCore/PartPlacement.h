@@ -8,13 +8,13 @@
 
 namespace EntityGUI {
 
-/// What children are measured in.
-///
-/// A component that is plugged into a socket does not turn with the frame of the socket. It stands on the
-/// board as if it were beside the socket: the locations add up, the angles add up, and the component turns
-/// about itself. A box is measured from the low corner of the socket before it is turned, a polygon or a
-/// cylinder from its middle. The importer moves components into sockets, and the exporter takes them out, by
-/// these sums.
+// What children are measured in.
+//
+// A component that is plugged into a socket does not turn with the frame of the socket. It stands on the
+// board as if it were beside the socket: the locations add up, the angles add up, and the component turns
+// about itself. A box is measured from the low corner of the socket before it is turned, a polygon or a
+// cylinder from its middle. The importer moves components into sockets, and the exporter takes them out, by
+// these sums.
 struct PartFrame {
     struct Plug {
         bool onBottom = false;
@@ -34,25 +34,25 @@ struct PartFrame {
     std::optional<Plug> plug;
 };
 
-/// Where one entity stands, with what its shape is.
+// Where one entity stands, with what its shape is.
 struct PartPlace {
     PartFootprint footprint;
     double height = 0.0;         // not a number if it is missing
     Geometry::Transform toOwner; // from the own frame to the own frame of the owner's shape
     Geometry::Transform toRoot;
 
-    /// Is there a shape, and are all of its corners finite numbers in the root frame?
+    // Is there a shape, and are all of its corners finite numbers in the root frame?
     bool isSolid() const;
 };
 
 PartPlace placePart(EntityModel::Entity const &entity, PartRule const &rule, PartFrame const &frame);
 
-/// The frame of the children of an entity that stands at `place` in `frame`. An entity without shape has one
-/// too.
+// The frame of the children of an entity that stands at `place` in `frame`. An entity without shape has one
+// too.
 PartFrame childFrame(EntityModel::Entity const &entity, PartRule const &rule, PartPlace const &place,
                      PartFrame const &frame);
 
-/// The frame that the entity itself is measured in, from its owners as they are now.
+// The frame that the entity itself is measured in, from its owners as they are now.
 PartFrame ownerFrame(EntityModel::Entity const &entity);
 
 } // namespace EntityGUI

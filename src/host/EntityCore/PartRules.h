@@ -5,32 +5,32 @@
 
 namespace EntityGUI {
 
-/// Where the outline comes from.
+// Where the outline comes from.
 enum class PartForm {
     None,   // no shape: a place that children are measured from, as a group
     Shaped, // "Shape" with its sizes; a box of "Width" by "Depth" (or "Length") where there is no "Shape"
     Round   // a circle of `diameter`, or what stands for many of them
 };
 
-/// Which point of a box or cylinder the location names. A polygon always has the origin of its outline there.
+// Which point of a box or cylinder the location names. A polygon always has the origin of its outline there.
 enum class PartOrigin {
     Usual,        // box: low corner; cylinder: centre of the low face
     Chosen,       // as "Origin Point" says: a corner, the middle of the low face, the middle of the body
     ChosenInPlane // the same, but always on the low face: a board lies at its height whatever its origin is
 };
 
-/// What turns the entity.
+// What turns the entity.
 enum class PartTurn {
     None,
     AboutVertical, // `angle` about Y
     Ordered // "Angle 1" to "Angle 3" about the axes of "Rotation Order", if "Rotation Mechanism" says so
 };
 
-/// What a box that is placed by its corner turns about. Anything else turns about the point that the location
-/// names.
+// What a box that is placed by its corner turns about. Anything else turns about the point that the location
+// names.
 enum class PartPivot { Location, BaseCentre, BodyCentre };
 
-/// What the low face stands on.
+// What the low face stands on.
 enum class PartBase {
     YLocation,    // the height in the frame of the owner
     BoardSide,    // "Board Side" of the board: on its top face, or hanging from its bottom face
@@ -39,7 +39,7 @@ enum class PartBase {
     Drilled       // as "Height From" says: the board, own numbers, or layers
 };
 
-/// Where children are measured from.
+// Where children are measured from.
 enum class PartHold {
     AtCorner, // the corner of the bound of the shape
     AsBoard,  // the same, and it is the board whose faces parts stand on, however deep they are below it
@@ -59,7 +59,7 @@ struct PartRule {
     bool inShapeFrame; // measured in the own frame of the owner's shape, not from its corner
 };
 
-/// The rule of an entity type, or null: such entities have no part and no place.
+// The rule of an entity type, or null: such entities have no part and no place.
 PartRule const *findPartRule(EntityModel::Type const &type);
 
 } // namespace EntityGUI

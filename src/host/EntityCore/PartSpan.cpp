@@ -41,8 +41,8 @@ PartSpan alongBoard(Entity const &entity, double height, PartFrame const &frame)
     return {0.0 - height, height + frame.boardHeight + height, false};
 }
 
-/// From the lowest to the highest face of two layers of the board; the whole board if they are not there. A
-/// board has few layers, so they are searched.
+// From the lowest to the highest face of two layers of the board; the whole board if they are not there. A
+// board has few layers, so they are searched.
 PartSpan betweenLayers(Entity const &entity, PartFrame const &frame) {
     static AttributePath const thickness("Conductor Thickness");
     std::string const names[] = {readText(entity, EntityModel::From_Layer_t),
@@ -74,7 +74,7 @@ PartSpan drilledFromBoard(Entity const &entity, double height, PartFrame const &
     return {0.0, frame.boardHeight, false};
 }
 
-/// A via that was moved into a part still goes through the board that the part stands on.
+// A via that was moved into a part still goes through the board that the part stands on.
 PartSpan drilled(Entity const &entity, double height, PartFrame const &frame) {
     PartSpan const span = drilledFromBoard(entity, height, frame);
     if (!frame.board || frame.board == entity.getOwnerEntity()) return span;

@@ -10,11 +10,11 @@
 
 namespace EntityGUI {
 
-/// Parts by entity. The parent of a part is that of the nearest owner that had one when the part was put in;
-/// it follows when that one is replaced and is gone when that one is erased.
-///
-/// Each operation takes constant time, or time in the number of the parts that hang on the one it is about.
-/// No operation but `put` looks into an entity other than its argument.
+// Parts by entity. The parent of a part is that of the nearest owner that had one when the part was put in;
+// it follows when that one is replaced and is gone when that one is erased.
+//
+// Each operation takes constant time, or time in the number of the parts that hang on the one it is about.
+// No operation but `put` looks into an entity other than its argument.
 class PartTree {
 public:
     PartTree();
@@ -22,11 +22,11 @@ public:
     PartTree(PartTree const &) = delete;
     PartTree &operator=(PartTree const &) = delete;
 
-    /// The part of the entity, or null. A part left behind by a dead entity is not given for a new one that
-    /// came to lie at its address.
+    // The part of the entity, or null. A part left behind by a dead entity is not given for a new one that
+    // came to lie at its address.
     Geometry::Part *find(EntityModel::Entity const *entity) const;
 
-    /// Puts in a part of `entity`, in place of the one there.
+    // Puts in a part of `entity`, in place of the one there.
     Geometry::Part *put(EntityModel::Entity *entity, std::unique_ptr<Geometry::Geometry> geometry);
 
     void erase(EntityModel::Entity const *entity);

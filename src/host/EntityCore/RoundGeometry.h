@@ -5,8 +5,8 @@
 
 namespace EntityGUI {
 
-/// A cylinder about the Y axis of its own frame, from Y = 0 up. Vias come in millions, and a polygon of the
-/// same accuracy would take a hundred times the memory.
+// A cylinder about the Y axis of its own frame, from Y = 0 up. Vias come in millions, and a polygon of the
+// same accuracy would take a hundred times the memory.
 class RoundGeometry final : public Geometry::Geometry {
 public:
     RoundGeometry(double radius, double height, ::Geometry::Transform const &localToWorld);

@@ -15,6 +15,12 @@ AttributeKind Attribute::kind() const { return def_->kind; }
 
 void Attribute::setLocked(bool locked) { setFlagBit(LockedFlag, locked); }
 
+bool Attribute::isDisabled() const {
+    if (!owner_ || !def_ || def_->enabledBy.isEmpty()) return false;
+    const Attribute *const choice = owner_->readAttribute(AttributePath(def_->enabledBy));
+    return !choice || !choice->isValue(def_->enabledWhen);
+}
+
 bool Attribute::setFromString(const std::string &) { return false; }
 
 const std::string &Attribute::getString(std::string &text) const {
@@ -43,18 +49,30 @@ namespace {
 std::unique_ptr<Attribute> makeOfKind(const AttributeDef &def, Entity *owner) {
     switch (def.kind) {
     case AttributeKind::Group:
-    case AttributeKind::Composite: return std::make_unique<GroupAttribute>(&def, owner);
-    case AttributeKind::Text: return std::make_unique<TextAttribute>(&def, owner);
-    case AttributeKind::Number: return std::make_unique<DoubleAttribute>(&def, owner);
-    case AttributeKind::Integer: return std::make_unique<IntegerAttribute>(&def, owner);
-    case AttributeKind::Choice: return std::make_unique<ChoiceAttribute>(&def, owner);
-    case AttributeKind::YesNo: return std::make_unique<YesNoAttribute>(&def, owner);
-    case AttributeKind::DoubleList: return std::make_unique<DoubleListAttribute>(&def, owner);
-    case AttributeKind::IntList: return std::make_unique<IntListAttribute>(&def, owner);
-    case AttributeKind::AttributeList: return std::make_unique<ListAttribute>(&def, owner);
-    case AttributeKind::EntityList: return std::make_unique<EntityList>(&def, owner);
-    case AttributeKind::OwningLink: return std::make_unique<OwningLink>(&def, owner);
-    case AttributeKind::ReferenceLink: return std::make_unique<ReferenceLink>(&def, owner);
+    case AttributeKind::Composite:
+        return std::make_unique<GroupAttribute>(&def, owner);
+    case AttributeKind::Text:
+        return std::make_unique<TextAttribute>(&def, owner);
+    case AttributeKind::Number:
+        return std::make_unique<DoubleAttribute>(&def, owner);
+    case AttributeKind::Integer:
+        return std::make_unique<IntegerAttribute>(&def, owner);
+    case AttributeKind::Choice:
+        return std::make_unique<ChoiceAttribute>(&def, owner);
+    case AttributeKind::YesNo:
+        return std::make_unique<YesNoAttribute>(&def, owner);
+    case AttributeKind::DoubleList:
+        return std::make_unique<DoubleListAttribute>(&def, owner);
+    case AttributeKind::IntList:
+        return std::make_unique<IntListAttribute>(&def, owner);
+    case AttributeKind::AttributeList:
+        return std::make_unique<ListAttribute>(&def, owner);
+    case AttributeKind::EntityList:
+        return std::make_unique<EntityList>(&def, owner);
+    case AttributeKind::OwningLink:
+        return std::make_unique<OwningLink>(&def, owner);
+    case AttributeKind::ReferenceLink:
+        return std::make_unique<ReferenceLink>(&def, owner);
     }
     return nullptr;
 }

@@ -38,6 +38,10 @@ public:
     void setFlag(bool flag) { setFlagBit(MarkFlag, flag); }
     bool getFlag() const { return (flags_ & MarkFlag) != 0; }
 
+    // True while the value has no meaning for its entity: the angle to the board of a part that is no
+    // cylinder. It follows another attribute, as the schema says, and stops no reading or writing.
+    bool isDisabled() const;
+
     // Sets the value from its text form. False if this kind or this attribute cannot take it.
     virtual bool setFromString(const std::string &text);
 
@@ -58,8 +62,8 @@ public:
     // The number in `units`; an empty or unknown unit means the attribute's own display unit.
     virtual double getValueIn(const std::string &units) const;
 
-    // An unowned copy with the same value, units, limits, lock and mark. Null for lists of entities, links and
-    // composites. The caller deletes it.
+    // An unowned copy with the same value, units, limits, lock and mark. Null for lists of entities, links
+    // and composites. The caller deletes it.
     virtual Attribute *clone() const { return nullptr; }
 
     bool isDoubleAttribute() const { return kind() == AttributeKind::Number; }

@@ -34,16 +34,16 @@ public:
     static bool addEntity(Entity *parent, const AttributePath &where, Entity *child, bool = false,
                           bool = true, bool = true, bool = true, bool = false, int index = -1);
 
-    // A deep copy under `parent`, in `where` or the first list that takes it: values, links (their targets
-    // are kept, or their copies when copied along), children, names; not the locks. The copies have new ids.
-    // `copied`, if given, receives original and copy of each entity.
-    static Entity *copyEntity(Entity *entity, Entity *parent, EntityLink *where = nullptr, bool = false,
+    // A deep copy under `parent`, in `where` (a list or owning link of it) or the first that takes it:
+    // values, links (their targets are kept, or their copies when copied along), children, names; not the
+    // locks. The copies have new ids. `copied`, if given, receives original and copy of each entity.
+    static Entity *copyEntity(Entity *entity, Entity *parent, Attribute *where = nullptr, bool = false,
                               CopyMap *copied = nullptr);
 
-    // Moves an entity under a new parent: into `where`, or else the first attribute of the parent that takes
-    // the type. Refused into an occupied owning link, into itself, into an orphan outside every model, and
-    // from one model into another.
-    static bool moveEntity(Entity *entity, Entity *newParent, EntityLink *where = nullptr, bool = false,
+    // Moves an entity under a new parent: into `where` (a list or owning link of it), or else the first that
+    // takes the type. Refused into an occupied owning link, into itself, into an orphan outside every model,
+    // and from one model into another.
+    static bool moveEntity(Entity *entity, Entity *newParent, Attribute *where = nullptr, bool = false,
                            int index = -1);
 
     // Deletes the entity with all below it; reference links elsewhere that point into it are cleared.

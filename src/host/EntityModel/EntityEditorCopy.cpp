@@ -59,7 +59,7 @@ void redirectLinks(Entity &copy, const EntityEditor::CopyMap &copies) {
 
 } // namespace
 
-Entity *EntityEditor::copyEntity(Entity *entity, Entity *parent, EntityLink *where, bool, CopyMap *copied) {
+Entity *EntityEditor::copyEntity(Entity *entity, Entity *parent, Attribute *where, bool, CopyMap *copied) {
     if (!entity || !parent || parent->isHeldByStep()) return nullptr;
     ChildHolder *const holder = holderFor(*parent, where, entity->getType());
     if (!holder || !holder->canTake(entity->getType())) return nullptr;

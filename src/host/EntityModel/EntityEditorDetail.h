@@ -21,9 +21,9 @@ private:
 // The attribute as an owner of children, or null.
 ChildHolder *asHolder(Attribute *attribute);
 
-// Where a child of this type goes under `parent`: into `where` if that is an owning link of it, else into the first
-// attribute of the schema that takes the type. Null if there is none.
-ChildHolder *holderFor(Entity &parent, EntityLink *where, const Type &childType);
+// Where a child of this type goes under `parent`: into `where`, which must be a list or owning link of it, or
+// without it into the first attribute of the schema that takes the type. Null if there is none.
+ChildHolder *holderFor(Entity &parent, Attribute *where, const Type &childType);
 
 // Puts an entity into its holder and records it.
 Entity *insertAndRecord(ChildHolder &holder, int index, std::unique_ptr<Entity> entity);

@@ -66,6 +66,9 @@ void addRemoval(const ChildHolder &holder, std::unique_ptr<UndoRecord> record) {
 void recordInsertion(ChildHolder &holder, Entity *child, int index) {
     UndoStack &undo = UndoStack::instance();
     if (!isInModel(holder)) return;
+    // Undone with its owner. The place in an owning link must be freed before another child can come back.
+    const bool isList = dynamic_cast<EntityList *>(&holder) != nullptr;
+    if (isList && undo.isRecording() && undo.isOfOpenStep(*holder.holderEntity())) return;
     if (undo.isRecording()) return undo.add(std::make_unique<PresenceRecord>(holder, child, index));
     undo.noteUnrecorded();
 }
@@ -91,7 +94,7 @@ ChildHolder *firstHolderFor(Entity &parent, const Type &childType) {
 
 } // namespace
 
-ChildHolder *holderFor(Entity &parent, EntityLink *where, const Type &childType) {
+ChildHolder *holderFor(Entity &parent, Attribute *where, const Type &childType) {
     if (!where) return firstHolderFor(parent, childType);
     return where->getOwnerEntity() == &parent ? asHolder(where) : nullptr;
 }
@@ -157,7 +160,7 @@ bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity 
     return true;
 }
 
-bool EntityEditor::moveEntity(Entity *entity, Entity *newParent, EntityLink *where, bool, int index) {
+bool EntityEditor::moveEntity(Entity *entity, Entity *newParent, Attribute *where, bool, int index) {
     if (!entity || !entity->holder() || !newParent || newParent->isInside(entity)) return false;
     // The root of a model has no other place. Ids and links are those of one model.
     Model *const model = newParent->model();

@@ -42,6 +42,9 @@ struct AttributeDef {
     std::vector<Type> choices;          // Choice: the labels, in order.
     std::vector<Type> childTypes;       // Lists and links: the entity types that they take.
     std::string elementLabel;           // AttributeList: "Hole" for elements "Hole 1", "Hole 2", ...
+    bool hidden = false;                // A dialog does not show it.
+    Type enabledBy;   // The choice of the same entity that enables it; empty: always enabled.
+    Type enabledWhen; // What that choice must be.
     std::unique_ptr<Attribute> defaultAttribute; // Unowned; what an entity has until it is told otherwise.
 
     bool takesChild(const Type &childType) const;
@@ -69,8 +72,8 @@ public:
     // The same among the members of one group or composite.
     const AttributeDef *findWithin(const AttributeDef &group, const Type &label) const;
 
-    // The attribute list that could hold an element of this label ("Hole 3"), with the element's place counted
-    // from 0, or null.
+    // The attribute list that could hold an element of this label ("Hole 3"), with the element's place
+    // counted from 0, or null.
     const AttributeDef *findElementList(const std::string &label, int &element) const;
 
 private:

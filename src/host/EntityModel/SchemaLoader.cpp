@@ -159,7 +159,7 @@ private:
 
     void addAttribute(EntityType &type, const Value &value, int group, int depth) {
         allowOnly(value, {"name", "aliases", "kind", "quantity", "unit", "default", "choices", "takes",
-                          "element", "members"});
+                          "element", "members", "hidden", "enabledWhen"});
         auto def = std::make_unique<AttributeDef>();
         def->type = TypeFactory::getType(text(value, "name"));
         def->group = group;
@@ -167,6 +167,7 @@ private:
         where_ = type.type().getLabel() + "/" + def->type.getLabel();
         if (member(value, "aliases")) def->aliases = types(value, "aliases");
         readKind(*def, value);
+        readDialog(*def, value);
         def->defaultAttribute = makeAttribute(*def, nullptr);
         if (member(value, "default")) setDefault(*def, text(value, "default"));
         const int index = def->index;
@@ -189,6 +190,18 @@ private:
         if (takesEntities(def.kind)) def.childTypes = types(value, "takes");
         if (def.kind == AttributeKind::AttributeList) def.elementLabel = text(value, "element");
         checkKeysOfKind(def, value, row->quantity != nullptr);
+    }
+
+    void readDialog(AttributeDef &def, const Value &value) {
+        if (const Value *const hidden = member(value, "hidden")) {
+            if (!hidden->IsBool()) fail("true or false is expected at \"hidden\"");
+            def.hidden = hidden->GetBool();
+        }
+        const Value *const rule = member(value, "enabledWhen");
+        if (!rule) return;
+        allowOnly(*rule, {"attribute", "is"});
+        def.enabledBy = TypeFactory::getType(text(*rule, "attribute"));
+        def.enabledWhen = TypeFactory::getType(text(*rule, "is"));
     }
 
     // The model file writes a composite's members as one flat object.
@@ -259,8 +272,17 @@ private:
         }
     }
 
+    // A type may lack the choice that would enable the attribute: then it never is.
+    void checkRule(const EntityType &type, const AttributeDef &def) {
+        if (def.enabledBy.isEmpty()) return;
+        where_ = type.type().getLabel() + "/" + def.type.getLabel();
+        const AttributeDef *const choice = type.find(def.enabledBy);
+        if (!choice || choice->kind != AttributeKind::Choice) fail("is enabled by what is no choice");
+    }
+
     void checkReferences(const EntityType &type) {
         for (const auto &def : type.attributes()) {
+            checkRule(type, *def);
             for (const Type &child : def->childTypes) {
                 where_ = type.type().getLabel() + "/" + def->type.getLabel();
                 if (!schema_->find(child)) fail("takes the unknown type \"" + child.getLabel() + "\"");

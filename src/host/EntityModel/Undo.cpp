@@ -62,6 +62,8 @@ const std::string &UndoStack::undoName() const {
     return done_ > 0 ? steps_[done_ - 1].name : none;
 }
 
+size_t UndoStack::numRecords() const { return done_ > 0 ? steps_[done_ - 1].records.size() : 0; }
+
 void UndoStack::clear() {
     done_ = 0;
     open_.records.clear();
@@ -97,12 +99,15 @@ void UndoStack::add(std::unique_ptr<UndoRecord> record) {
     }
 }
 
+bool UndoStack::isOfOpenStep(const Entity &entity) const {
+    return depth_ > 0 && entity.createdInStep_ == stepId_;
+}
+
 bool UndoStack::needsRecord(const Attribute &attribute) const {
     const Entity *const owner = attribute.getOwnerEntity();
     if (!owner || !isRecording()) return false;
     // Undoing the step takes an entity away that the step made; its values need no record of their own.
-    const bool isOfThisStep = depth_ > 0 && owner->createdInStep_ == stepId_;
-    return !isOfThisStep && owner->model();
+    return !isOfOpenStep(*owner) && owner->model();
 }
 
 std::unique_ptr<Attribute> UndoStack::snapshot(const Attribute &attribute) const {

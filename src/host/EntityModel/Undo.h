@@ -43,7 +43,8 @@ public:
     bool redo();
     const std::string &undoName() const; // of the step that undo would take back, else empty
     size_t numSteps() const { return steps_.size(); }
-    void clear(); // forgets all steps; destroys what only they held
+    size_t numRecords() const; // of the step that undo would take back, else 0
+    void clear();              // forgets all steps; destroys what only they held
 
     // For the editor. An open step takes every record, also under a disabler inside it, so that one step
     // undoes all that was done in it. A disabler that stood before the step keeps it from being recorded.
@@ -56,6 +57,9 @@ public:
     bool isOpen() const { return depth_ > 0; }
     std::uint32_t currentStep() const { return depth_ > 0 ? stepId_ : 0; }
     void add(std::unique_ptr<UndoRecord> record);
+
+    // Was the entity made in the step that is open? Undoing that takes it away whole.
+    bool isOfOpenStep(const Entity &entity) const;
 
     // A value is recorded in two steps around its change: a copy before, or null where no record is needed;
     // then, if the change was made, what becomes of that copy.

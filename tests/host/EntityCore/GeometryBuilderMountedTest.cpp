@@ -9,7 +9,7 @@ using Entity = EntityModel::Entity;
 
 class GeometryBuilderMounted : public testing::Test, protected PartScene {
 protected:
-    /// A chip socket of 20 by 12 by 5 whose low corner is at (40, 30).
+    // A chip socket of 20 by 12 by 5 whose low corner is at (40, 30).
     Entity *addSocket() {
         Entity *const socket = add("Chip Socket", board, "Chip Sockets");
         setLengths(socket, {{"Width", 20}, {"Depth", 12}, {"Height", 5}});
@@ -194,7 +194,7 @@ TEST_F(GeometryBuilderMounted, ComponentInASocketIsOnTheSideOfTheSocket) {
     expectBox(builder.buildPart(chip), {40, -4, 30, 50, -1, 34});
 }
 
-/// The sums by which an importer moves a component into a socket must leave it where it is.
+// The sums by which an importer moves a component into a socket must leave it where it is.
 class GeometryBuilderSocketMove : public GeometryBuilderMounted,
                                   public testing::WithParamInterface<char const *> {};
 

@@ -9,11 +9,11 @@ using Entity = EntityModel::Entity;
 
 class GeometryBuilderSolid : public testing::Test, protected PartScene {
 protected:
-    /// In the group of a component of 10 by 4 by 3 at (20, 2, 30).
+    // In the group of a component of 10 by 4 by 3 at (20, 2, 30).
     Entity *const component = addComponent();
     Entity *const group = addGroup(component);
 
-    /// A solid of 6 by 2 by 1.
+    // A solid of 6 by 2 by 1.
     static Entity *addSolid(Entity *parent) {
         Entity *const solid = add("Solid Obstruction", parent, "Obstructions");
         setLengths(solid, {{"Width", 6}, {"Depth", 2}, {"Height", 1}});

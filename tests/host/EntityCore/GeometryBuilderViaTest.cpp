@@ -30,7 +30,7 @@ protected:
         return layer;
     }
 
-    /// Moves a via into a part by the parts that are built, as an importer does.
+    // Moves a via into a part by the parts that are built, as an importer does.
     void moveInto(Entity *via, Entity *owner) {
         Geometry::Part const *const viaPart = builder.buildPart(via);
         Geometry::Part const *const ownerPart = builder.buildPart(owner);

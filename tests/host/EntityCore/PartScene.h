@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-/// Lengths are in millimetres here. The board is a rectangle of 100 by 80 by 2 with its low corner at (0, 0,
-/// 0).
+// Lengths are in millimetres here. The board is a rectangle of 100 by 80 by 2 with its low corner at (0, 0,
+// 0).
 struct PartScene {
     using Entity = EntityModel::Entity;
     using Editor = EntityModel::EntityEditor;
@@ -58,7 +58,7 @@ struct PartScene {
         set(entity, "Outline", points + " <mm>");
     }
 
-    /// A component of 10 by 4 by 3 whose location is (20, 30).
+    // A component of 10 by 4 by 3 whose location is (20, 30).
     Entity *addComponent(char const *type = "Component", char const *list = "Components") {
         Entity *const entity = add(type, board, list);
         setLengths(entity, {{"Width", 10}, {"Depth", 4}, {"Height", 3}});
@@ -94,7 +94,7 @@ inline void expectBox(Geometry::Part const *part, PartBox const &box) {
     expectBox(part->getBound(), box);
 }
 
-/// The image of a point of the own frame, in millimetres.
+// The image of a point of the own frame, in millimetres.
 inline Geometry::Vec3T<double> toRoot(Geometry::Part const *part, double x, double y, double z) {
     Geometry::Vec3T<double> point(x * 1e-3, y * 1e-3, z * 1e-3);
     part->getGeometry()->getTransform().transform(point);
@@ -108,7 +108,7 @@ inline void expectPoint(Geometry::Vec3T<double> const &point, double x, double y
     EXPECT_NEAR(point.z, z, tolerance);
 }
 
-/// Is the point of the root frame, in millimetres, in the part?
+// Is the point of the root frame, in millimetres, in the part?
 inline bool isInPart(Geometry::Part const *part, double x, double y, double z, double tolerance = 1e-6) {
     bool onSurface = false;
     return part->getGeometry()->contains(x * 1e-3, y * 1e-3, z * 1e-3, onSurface, tolerance);

@@ -331,3 +331,30 @@ TEST_F(AttributeKinds, EntityListIsInOrderAndGivesNullOutside) {
     ASSERT_TRUE(UndoStack::instance().undo());
     EXPECT_EQ(holes.at(1), second);
 }
+
+TEST_F(AttributeKinds, AngleToTheBoardIsDisabledUnlessThePartIsACylinder) {
+    SampleModel parts;
+    for (const char *type : {"Component", "Capacitor"}) {
+        Entity *const part = parts[type];
+        const Attribute *const angle = part->findAttribute(Angle_To_Board_t);
+        EXPECT_TRUE(angle->isDisabled()) << type;
+        EXPECT_TRUE(set(part, "Angle To Board", "90")) << "that stops no writing";
+        set(part, "Shape", "Cylinder");
+        EXPECT_FALSE(angle->isDisabled()) << type;
+        EXPECT_EQ(angle->getStandardValue(), 90.0);
+    }
+    set(parts["Resistor"], "Shape", "Polygon");
+    EXPECT_TRUE(parts["Resistor"]->findAttribute(Angle_To_Board_t)->isDisabled())
+        << "no cylinder among its shapes";
+    EXPECT_FALSE(parts["Component"]->findAttribute(Angle_t)->isDisabled());
+    EXPECT_FALSE(parts["Component"]->isDisabled());
+}
+
+TEST_F(AttributeKinds, HeatsinkLengthsAreHidden) {
+    SampleModel parts;
+    const char *const lengths[] = {"Base Width", "Base Depth", "Base Thickness", "Fin Height",   "Fin Width",
+                                   "Fin Depth",  "Pn Width",   "Pin Depth",      "Pin Diameter "};
+    for (const char *length : lengths)
+        EXPECT_TRUE(parts["Component"]->findAttribute(length)->definition()->hidden) << length;
+    EXPECT_FALSE(parts["Component"]->findAttribute(Width_t)->definition()->hidden);
+}

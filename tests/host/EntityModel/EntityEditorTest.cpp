@@ -173,6 +173,19 @@ TEST_F(Editor, MoveKeepsTheEntity) {
     EXPECT_EQ(link->target(), nullptr);
 }
 
+TEST_F(Editor, CopyAndMoveTakeAListByName) {
+    Attribute *const ofBoard = at("PCB")->findAttribute(Vias_t);
+    Attribute *const ofPart = at("Component")->findAttribute(Vias_t);
+    Entity *const copy = EntityEditor::copyEntity(at("Via"), at("PCB"), ofBoard);
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(list(at("PCB"), "Vias").at(list(at("PCB"), "Vias").size() - 1), copy);
+    EXPECT_FALSE(EntityEditor::moveEntity(copy, at("Component"), ofBoard)) << "a list of another entity";
+    EXPECT_FALSE(EntityEditor::moveEntity(copy, at("PCB"), at("PCB")->findAttribute(Holes_t))) << "no hole";
+    EXPECT_FALSE(EntityEditor::moveEntity(copy, at("PCB"), at("PCB")->findAttribute(Name_t))) << "no list";
+    ASSERT_TRUE(EntityEditor::moveEntity(copy, at("Component"), ofPart));
+    EXPECT_EQ(copy->getOwnerEntity(), at("Component"));
+}
+
 TEST_F(Editor, MoveRefusesWhatCanNotBe) {
     const std::string before = sample.text();
     EXPECT_FALSE(EntityEditor::moveEntity(nullptr, at("PCB")));

@@ -63,6 +63,12 @@ const Row badAttributes[] = {
      "Entity schema: T/B: the label \"A\" is there twice"},
     {R"({"name":"A","kind":"composite","members":[{"name":"B","kind":"group","members":[]}]})",
      "Entity schema: T/B: does not fit into a composite"},
+    {R"({"name":"A","kind":"text","hidden":"yes"})",
+     "Entity schema: T/A: true or false is expected at \"hidden\""},
+    {R"({"name":"A","kind":"text","enabledWhen":{"is":"x"}})",
+     "Entity schema: T/A: a text is expected at \"attribute\""},
+    {R"({"name":"A","kind":"text","enabledWhen":{"attribute":"B","is":"x"}},{"name":"B","kind":"text"})",
+     "Entity schema: T/A: is enabled by what is no choice"},
     {R"("M")", "Entity schema: T: unknown mixin \"M\""},
     {R"(7)", "Entity schema: T: an object is expected"},
 };

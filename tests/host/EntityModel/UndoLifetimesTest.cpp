@@ -56,6 +56,47 @@ TEST_F(UndoLifetimes, UnderADisablerNothingIsRecordedNotEvenByAnOpenerInIt) {
     EXPECT_EQ(stack().numSteps(), before + 1); // And recording goes on behind it.
 }
 
+TEST_F(UndoLifetimes, ChildrenOfANewEntityNeedNoRecordsAndComeBackWithIt) {
+    const std::string before = text();
+    {
+        const UndoStackOpener opener("import");
+        Entity *const board = create(chassis, "PCBs", "PCB", "B");
+        for (int i = 0; i < 100; ++i)
+            set(create(board, "Holes", "PCB Hole"), "Diameter", std::to_string(i));
+        EntityEditor::copyEntity(board, chassis);
+    }
+    EXPECT_EQ(stack().numRecords(), 2u) << "the two boards";
+    const std::string after = text();
+    stack().undo();
+    EXPECT_EQ(text(), before);
+    stack().redo();
+    EXPECT_EQ(text(), after);
+}
+
+// The socket's place is taken again when the first component should come back.
+TEST_F(UndoLifetimes, AChildThatLeftANewOwnerGoesWithItsStep) {
+    const std::string before = text();
+    {
+        const UndoStackOpener opener("sockets");
+        Entity *const socket = create(pcb, "Chip Sockets", "Chip Socket");
+        Entity *const first = create(socket, "ComponentLink", "Component", "1");
+        ASSERT_TRUE(EntityEditor::moveEntity(first, chassis));
+        create(socket, "ComponentLink", "Component", "2");
+        Entity *const board = create(chassis, "PCBs", "PCB");
+        Entity *const part = create(board, "Components", "Component", "3");
+        create(board, "Components", "Component", "4");
+        ASSERT_TRUE(EntityEditor::moveEntity(part, pcb));
+        EntityEditor::deleteEntity(create(board, "Components", "Component", "5"));
+    }
+    const std::string after = text();
+    for (int i = 0; i < 2; ++i) {
+        stack().undo();
+        EXPECT_EQ(text(), before);
+        stack().redo();
+        EXPECT_EQ(text(), after);
+    }
+}
+
 TEST_F(UndoLifetimes, AnUnrecordedValueDropsWhatWasUndone) {
     linkConductor(pcb, copper);
     stack().undo();
