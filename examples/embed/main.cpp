@@ -7,6 +7,7 @@
 #include "host/EntityModel/Types.h"
 #include "host/EntityModel/Undo.h"
 #include "import/EDAImporter.h"
+#include "readers/BoardUnits.h"
 #include "readers/IDFReader.h"
 
 #include <cstdio>
@@ -30,6 +31,13 @@ int main(int argc, char **argv) {
     EDA::IDFReader reader;
     if (!readDesign(reader, argv[1])) {
         std::fprintf(stderr, "%s: %s\n", argv[1], reader.getError().c_str());
+        return 1;
+    }
+
+    // Lengths in units that the host does not know would be lost without a word.
+    const std::string unknown = EDA::describeUnknownUnits(reader.getBoard());
+    if (!unknown.empty()) {
+        std::fprintf(stderr, "%s: %s\n", argv[1], unknown.c_str());
         return 1;
     }
 

