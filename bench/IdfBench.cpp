@@ -7,6 +7,11 @@
 #include "import/EDAImporter.h"
 #include "readers/IDFReader.h"
 
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <filesystem>
@@ -121,6 +126,45 @@ void readModel(benchmark::State &state) {
     state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
 
+// The yardstick: the same content built as a tree of Qt's JSON values, and written.
+QJsonValue rebuilt(const QJsonValue &value) {
+    if (value.isObject()) {
+        const QJsonObject object = value.toObject();
+        QJsonObject copy;
+        for (auto member = object.begin(); member != object.end(); ++member) {
+            copy.insert(member.key(), rebuilt(member.value()));
+        }
+        return copy;
+    }
+    if (value.isArray()) {
+        QJsonArray copy;
+        for (const QJsonValue &element : value.toArray())
+            copy.append(rebuilt(element));
+        return copy;
+    }
+    return value;
+}
+
+void qtBuildAndWrite(benchmark::State &state) {
+    CrowdedReader reader(static_cast<int>(state.range(0)));
+    const std::string text = ModelFile::toText(*importInto(reader));
+    const QJsonObject content = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
+    qsizetype bytes = 0;
+    for (auto _ : state)
+        bytes = QJsonDocument(rebuilt(content).toObject()).toJson(QJsonDocument::Compact).size();
+    if (bytes == 0) state.SkipWithError("nothing written");
+}
+
+void importAndWrite(benchmark::State &state) {
+    CrowdedReader reader(static_cast<int>(state.range(0)));
+    importInto(reader); // Fills the caches of the outlines.
+    size_t bytes = 0;
+    for (auto _ : state) bytes = ModelFile::toText(*importInto(reader)).size();
+    if (bytes == 0) state.SkipWithError("nothing written");
+}
+
+BENCHMARK(importAndWrite)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(qtBuildAndWrite)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readPair)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(importItems)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(writeModel)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
