@@ -308,7 +308,10 @@ TEST(IDFHugeFiles, DistinctHoles) {
 
 TEST(IDFHugeFiles, OneLine) {
     EDA::IDFReader reader;
-    EXPECT_FALSE(readLong(reader, IDFTest::boardHeader + ".ELECTRICAL\n" + repeated("a ", 2'000'000)));
+    EXPECT_TRUE(readLong(reader, IDFTest::boardHeader + ".ELECTRICAL\n" + repeated("a ", 2'000'000)));
+    ASSERT_EQ(reader.getBoard().numComponents(), 1u);
+    // All entries but the name, the units and the height, with a blank between two.
+    EXPECT_EQ(reader.getBoard().beginComponents()->getPartNumber().size(), (2'000'000u - 3) * 2 - 1);
 }
 
 } // namespace
