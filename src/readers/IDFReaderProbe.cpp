@@ -13,7 +13,7 @@ namespace EDA {
 namespace {
 
 // The first word stands behind no more than a few lines of comment.
-constexpr std::size_t headSize = 64 * 1024;
+constexpr std::size_t headSize = std::size_t{64} * 1024;
 constexpr std::string_view firstWord = "IDF_Header";
 
 std::string readHead(const std::string &filename) {

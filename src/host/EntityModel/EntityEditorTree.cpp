@@ -43,7 +43,8 @@ void collectBelow(Entity *root, std::vector<Entity *> &all) {
 // Clears the links that point from outside to an entity that goes.
 void clearReferrers(Entity *target, const EntitySet &going) {
     UndoStack &undo = UndoStack::instance();
-    const std::vector<ReferenceLink *> referrers = target->referrers();
+    // A copy, since clearing a link takes it out of the target's own list.
+    const std::vector<ReferenceLink *> referrers(target->referrers().begin(), target->referrers().end());
     for (ReferenceLink *link : referrers) {
         const Entity *const owner = link->getOwnerEntity();
         if (owner && isInsideAny(owner, going)) continue;
