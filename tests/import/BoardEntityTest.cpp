@@ -104,7 +104,8 @@ TEST(BoardEntity, TheDescriptionNamesTheSourceFiles) {
     ImportBench bench;
     bench.board().setSourceBoardFile("some/folder/a.emn");
     bench.board().setSourceLibraryFile("other\\b.emp");
-    EXPECT_EQ(text(importUnder(bench, bench.model.root()), Description_t), "Imported from EDA files: a.emn, b.emp");
+    EXPECT_EQ(text(importUnder(bench, bench.model.root()), Description_t),
+              "Imported from EDA files: a.emn, b.emp");
 }
 
 TEST(BoardEntity, WithoutSourceFilesTheDescriptionStaysEmpty) {
@@ -117,7 +118,8 @@ TEST(BoardEntity, ASecondImportAddsALineToTheDescription) {
     bench.board().setSourceBoardFile("a.emn");
     Entity *board = importUnder(bench, bench.model.root());
     bench.importOver(board);
-    EXPECT_EQ(text(board, Description_t), "Imported from EDA files: a.emn, \nImported from EDA files: a.emn, ");
+    EXPECT_EQ(text(board, Description_t),
+              "Imported from EDA files: a.emn, \nImported from EDA files: a.emn, ");
 }
 
 TEST(BoardEntity, AsComponentItIsASubstrateInAGroupOfADetailedComponent) {

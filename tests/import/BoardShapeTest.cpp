@@ -106,7 +106,8 @@ TEST(BoardShape, AnOutlineWithoutAreaGivesTheApproximateBoundAndOneMessage) {
 TEST(BoardShape, ABoardWithoutOutlineGetsTheBoundOfWhatItHolds) {
     ImportBench bench;
     EDA::EDAKeepout keepout("Via");
-    for (const auto &[x, y] : {std::pair{1.0, 2.0}, {31.0, 2.0}, {31.0, 12.0}}) keepout.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{1.0, 2.0}, {31.0, 2.0}, {31.0, 12.0}})
+        keepout.addPoint(0, x, y, 0.0);
     bench.board().addKeepout(keepout);
     Entity *board = bench.import();
     EXPECT_EQ(text(board, Outline_t), "1,2,31,2,31,12,1,12 <mm>");

@@ -24,7 +24,8 @@ void fillBoard(ImportBench &bench) {
         bench.board().addComponentPlacement(placement);
     }
     EDA::EDAKeepout keepout("Via");
-    for (const auto &[x, y] : {std::pair{0.0, 0.0}, {5.0, 0.0}, {5.0, 5.0}}) keepout.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{0.0, 0.0}, {5.0, 0.0}, {5.0, 5.0}})
+        keepout.addPoint(0, x, y, 0.0);
     bench.board().addKeepout(keepout);
     EDA::EDAVia via;
     bench.board().addVia(via, false);
@@ -94,8 +95,8 @@ TEST(Driver, AsComponentBumpsAndWirebondsAreSteps) {
     bench.import(&progress);
     EXPECT_THAT(progress.texts,
                 ElementsAre("Importing Board...", "Importing Board Holes", "Importing Components...",
-                            "Importing Keepouts...", "Importing Drilled Holes...", "Importing Solder Bumps...",
-                            "Importing Wirebonds..."));
+                            "Importing Keepouts...", "Importing Drilled Holes...",
+                            "Importing Solder Bumps...", "Importing Wirebonds..."));
 }
 
 TEST(Driver, WithoutWirebondImportThatStepIsLeftOut) {
@@ -127,7 +128,8 @@ TEST(Driver, ProgressCountsWhatIsThereByTheOptions) {
 
     bench.set(Import_Vias_t, "No");
     bench.set(Import_Bumps_t, "No");
-    for (const TypeRef &option : {Import_Component_Keepouts_t, Import_Via_Keepouts_t, Import_Routing_Keepouts_t}) {
+    for (const TypeRef &option :
+         {Import_Component_Keepouts_t, Import_Via_Keepouts_t, Import_Routing_Keepouts_t}) {
         bench.set(option, "No");
     }
     RecordingProgress few;

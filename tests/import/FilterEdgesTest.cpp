@@ -1,4 +1,5 @@
 // Options, filters and type maps at their edges.
+#include "FilterSupport.h"
 #include "support/ImportBench.h"
 #include "support/TempFolder.h"
 
@@ -12,20 +13,6 @@ using testing::ElementsAre;
 using testing::Pair;
 
 namespace {
-
-EDA::EDAComponent squarePart(double height) {
-    EDA::EDAComponent part("ELECTRICAL");
-    part.setUnits("MM");
-    part.setHeight(height);
-    for (const auto &[x, y] : {std::pair{0.0, 0.0}, {3.0, 0.0}, {3.0, 4.0}, {0.0, 4.0}})
-        part.addPoint(0, x, y, 0.0);
-    return part;
-}
-
-bool isFiltered(ImportBench &bench) {
-    bench.importer.setImportOptions(bench.options(), bench.board());
-    return bench.board().beginComponents()->isFiltered();
-}
 
 std::map<std::string, std::string> mapOf(const std::string &fileText) {
     const TempFolder folder;

@@ -96,15 +96,17 @@ TEST(BoardHoles, SeveralInvalidHolesAreToldAsANumber) {
     bench.loop(1, {{10, 10}, {14, 10}});
     bench.loop(2, {{20, 10}});
     bench.import();
-    EXPECT_EQ(bench.importer.getErrorString(),
-              "The outline of 2 holes in the board were not valid in the file so these holes were skipped.\n");
+    EXPECT_EQ(
+        bench.importer.getErrorString(),
+        "The outline of 2 holes in the board were not valid in the file so these holes were skipped.\n");
 }
 
 TEST(BoardHoles, AnInternalOutlineThatIsNoHoleIsPassedOver) {
     ImportBench bench;
     bench.rectangle(0, 0, 0, 100, 50);
     EDA::EDAOutline island(false);
-    for (const auto &[x, y] : {std::pair{1.0, 1.0}, {2.0, 1.0}, {2.0, 2.0}}) island.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{1.0, 1.0}, {2.0, 1.0}, {2.0, 2.0}})
+        island.addPoint(0, x, y, 0.0);
     bench.board().getOutline().addInternalOutline(island);
     EXPECT_TRUE(bench.children(bench.import(), PCB_Hole_t).empty());
 }

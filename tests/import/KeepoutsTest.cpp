@@ -15,7 +15,8 @@ struct KeepoutBench : ImportBench {
         keepout.setName("K1");
     }
     void points(std::initializer_list<std::pair<double, double>> list) {
-        for (const auto &[x, y] : list) keepout.addPoint(0, x, y, 0.0);
+        for (const auto &[x, y] : list)
+            keepout.addPoint(0, x, y, 0.0);
     }
     Entity *importOne() {
         board().addKeepout(keepout);

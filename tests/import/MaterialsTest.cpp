@@ -46,8 +46,8 @@ TEST(Materials, TheNamesOfTheDefaultsGetTheirValues) {
 
 TEST(Materials, AMaterialOfTheModelIsSharedAndKeepsItsValues) {
     ImportBench bench;
-    Entity *own = EntityEditor::createEntity(Material_t, bench.model.root(), Materials_t, nullptr, true, true, false,
-                                             "Copper");
+    Entity *own = EntityEditor::createEntity(Material_t, bench.model.root(), Materials_t, nullptr, true, true,
+                                             false, "Copper");
     EntityEditor::setSIValue(own, Conductivity_t / AttributePath(Value_t), 1.0);
     EXPECT_EQ(conductorOf(bench, "Copper"), own);
     EXPECT_EQ(value(own, Conductivity_t), 1.0);

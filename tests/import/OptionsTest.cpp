@@ -1,4 +1,5 @@
 // Options, filters and type maps.
+#include "FilterSupport.h"
 #include "support/ImportBench.h"
 #include "support/TempFolder.h"
 
@@ -11,19 +12,10 @@ using testing::Pair;
 
 namespace {
 
-// A 3 by 4 part of this height; its diagonal is 5.
 void addPart(ImportBench &bench, double height, const char *power = nullptr, const char *units = "MM") {
-    EDA::EDAComponent part("ELECTRICAL");
-    part.setUnits(units);
-    part.setHeight(height);
-    for (const auto &[x, y] : {std::pair{0.0, 0.0}, {3.0, 0.0}, {3.0, 4.0}, {0.0, 4.0}}) part.addPoint(0, x, y, 0.0);
+    EDA::EDAComponent part = squarePart(height, units);
     if (power) part.addProperty("POWER_OPR", power);
     bench.board().addComponent(part, false);
-}
-
-bool isFiltered(ImportBench &bench) {
-    bench.importer.setImportOptions(bench.options(), bench.board());
-    return bench.board().beginComponents()->isFiltered();
 }
 
 } // namespace
@@ -162,6 +154,6 @@ TEST(TypeMap, TheDefaultMapIsThatOfItsFileWhateverIsInUse) {
 TEST(TypeMap, TheComponentTypesAreAddedToTheSet) {
     std::set<std::string> types{"Own"};
     EDA::EDAImporter::getComponentTypes(types);
-    EXPECT_THAT(types, ElementsAre("Cable Socket", "Capacitor", "Chip Socket", "Component", "Daughter Board Socket",
-                                   "Inductor", "Own", "Resistor"));
+    EXPECT_THAT(types, ElementsAre("Cable Socket", "Capacitor", "Chip Socket", "Component",
+                                   "Daughter Board Socket", "Inductor", "Own", "Resistor"));
 }

@@ -11,10 +11,11 @@ namespace {
 struct ExistingBoard : ImportBench {
     ExistingBoard() {
         existing = EntityEditor::createEntity(PCB_t, chassis, PCBs_t);
-        const std::pair<TypeRef, TypeRef> kinds[] = {{PCB_Hole_t, Holes_t}, {Component_t, Components_t},
-                                                     {Resistor_t, Resistors_t}, {Chip_Socket_t, Chip_Sockets_t},
-                                                     {Board_Keepout_t, Keepouts_t}, {Via_t, Vias_t}};
-        for (const auto &[type, list] : kinds) EntityEditor::createEntity(type, existing, list);
+        const std::pair<TypeRef, TypeRef> kinds[] = {
+            {PCB_Hole_t, Holes_t},           {Component_t, Components_t},   {Resistor_t, Resistors_t},
+            {Chip_Socket_t, Chip_Sockets_t}, {Board_Keepout_t, Keepouts_t}, {Via_t, Vias_t}};
+        for (const auto &[type, list] : kinds)
+            EntityEditor::createEntity(type, existing, list);
     }
     size_t count(const TypeRef &type) { return children(existing, type).size(); }
 
@@ -106,7 +107,8 @@ TEST(Reimport, WithABadOutlineThePolygonOfTheBoardGivesTheOrigin) {
     EntityEditor::setValue(bench.existing, Shape_t, "Polygon");
     EntityEditor::setValue(bench.existing, Outline_t, "3,-9,13,-9,13,-4 <mm>");
     EDA::EDAKeepout keepout("Via");
-    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}}) keepout.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}})
+        keepout.addPoint(0, x, y, 0.0);
     bench.board().addKeepout(keepout);
     bench.importOver(bench.existing);
     Entity *made = bench.children(bench.existing, Board_Keepout_t)[0];
@@ -120,7 +122,8 @@ TEST(Reimport, WithABadOutlineARectangularBoardGivesItsDepthAsOrigin) {
     EntityEditor::setValue(bench.existing, Shape_t, "Rectangle");
     EntityEditor::setValue(bench.existing, Depth_t, "50 mm");
     EDA::EDAKeepout keepout("Via");
-    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}}) keepout.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}})
+        keepout.addPoint(0, x, y, 0.0);
     bench.board().addKeepout(keepout);
     bench.importOver(bench.existing);
     Entity *made = bench.children(bench.existing, Board_Keepout_t)[0];
@@ -133,7 +136,8 @@ TEST(Reimport, WithABadOutlineARoundBoardGivesItsDiameterAsOrigin) {
     EntityEditor::setValue(bench.existing, Shape_t, "Cylinder");
     EntityEditor::setValue(bench.existing, Diameter_t, "30 mm");
     EDA::EDAKeepout keepout("Via");
-    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}}) keepout.addPoint(0, x, y, 0.0);
+    for (const auto &[x, y] : {std::pair{4.0, 8.0}, {5.0, 8.0}, {5.0, 9.0}, {4.0, 9.0}})
+        keepout.addPoint(0, x, y, 0.0);
     bench.board().addKeepout(keepout);
     bench.importOver(bench.existing);
     EXPECT_NEAR(mm(bench.children(bench.existing, Board_Keepout_t)[0], Z_Location_t), 21.0, 1e-9);
