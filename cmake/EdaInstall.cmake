@@ -1,4 +1,4 @@
-# What `cmake --install` gives: libEDA, its headers, a CMake package and a pkg-config file.
+# What `cmake --install` gives: libEDA, its headers, the shared files, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS EDA EXPORT EDATargets
@@ -7,6 +7,14 @@ install(TARGETS EDA EXPORT EDATargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/EDA
   FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "*Detail.h" EXCLUDE)
+
+# The programs of the build tree find the files as those of an installation do: in share/eda above them.
+file(GLOB shared_files CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/share/eda/*")
+foreach(file IN LISTS shared_files)
+  cmake_path(GET file FILENAME name)
+  configure_file("${file}" "${PROJECT_BINARY_DIR}/share/eda/${name}" COPYONLY)
+endforeach()
+install(FILES ${shared_files} DESTINATION "${CMAKE_INSTALL_DATADIR}/eda")
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/EDA)
 install(EXPORT EDATargets NAMESPACE EDA:: DESTINATION ${package_dir})

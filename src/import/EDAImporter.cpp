@@ -4,7 +4,7 @@
 #include "host/EntityModel/Undo.h"
 #include "host/FileSystem/CSVParser.h"
 #include "host/Profiling/ProfileSectionProxy.h"
-#include "import/EDAImporterDetail.h"
+#include "import/EDAImporterComponentDetail.h"
 
 namespace EDA {
 
@@ -69,6 +69,7 @@ Entity *EDAImporter::importBoard(EDAReader *reader, Entity *boardEntity, Entity 
     }
     placedComponents_.clear();
     materialIndex_.reset();
+    const ComponentScope componentScope(*this);
     const UndoStackOpener undoStep("Import Board", true, true);
 
     Run run{reader->getBoard(), boardEntity, progress};

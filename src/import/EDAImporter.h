@@ -1,25 +1,29 @@
 // Moves a board into the host's entity model, ready for a thermal solve.
 #pragma once
 
+#include "host/EntityCore/LibraryItemMapRecord.h"
 #include "host/EntityModel/EntityEditor.h"
 #include "host/EntityModel/LibraryInterface.h"
+#include "host/EntityModel/MaterialIndex.h"
 #include "host/EntityModel/Types.h"
 #include "host/Tools/ToolProgress.h"
-#include "import/MaterialIndex.h"
 #include "model/EDABoard.h"
 #include "readers/EDAReader.h"
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace EDA {
 
-// Walks the board of a reader and builds typed entities: a PCB or a substrate with its shape, holes and
-// keepouts.
+// Walks the board of a reader and builds typed entities: a PCB or a substrate with its shape, holes,
+// keepouts, components with materials and power, bumps and wirebonds.
 //
-// Use: construct; setImportOptions; importBoard; then read getErrorString, and call clearErrorMsg before the
+// Use: construct; setImportOptions; for each component whose type the host settles, setComponentType with
+// what getComponentType answers; importBoard; then read getErrorString, and call clearErrorMsg before the
 // next import. One importer can serve several imports. Options are settled once, in setImportOptions. The
 // origins of one import stand until the next one writes them, and each is written only by the kind of board
 // outline that needs it: that is intended.
@@ -74,6 +78,34 @@ public:
     void getTypeMap(std::map<std::string, std::string> &map) const { map = typeMap_; }
     void getDefaultTypeMap(std::map<std::string, std::string> &map) const;
 
+    // Replaces the map in use and rewrites the user's file, if there is one: a line each, key, comma, value,
+    // in the order of the keys, without quotes. That the file cannot be written is not reported.
+    void setTypeMap(const std::map<std::string, std::string> &map);
+
+    // The entity type for a component: one of getComponentTypes, or another word of the library or of the
+    // component's properties, "No Geometry" for one without outline, or "DO NOT IMPORT". The first source
+    // that answers decides: outline, library, parent, properties, the common prefix of its reference
+    // designators in the type map. `parent` is what the component will stand on, and may be null.
+    std::string getComponentType(const EDAComponent &component, const EDABoard &board,
+                                 EntityModel::Entity *parent) const;
+
+    // The same for each component of the board, in order, in linear time even where many share placements.
+    std::vector<std::string> getTypesOfComponents(const EDABoard &board, EntityModel::Entity *parent) const;
+
+    // The type that the properties name or tell, or an empty text.
+    static std::string getComponentTypeFromProperties(const EDAComponent &component);
+
+    // Chooses the type that importBoard gives to the component.
+    static void setComponentType(EDAComponent &component, const std::string &type) {
+        component.setImportToType(type);
+    }
+
+    // The rows of a dialog that maps components to library items: for each component, by name and part
+    // number, what the library maps it to. A key that is there stays as it is. Without a library nothing is
+    // added.
+    void populateImportMap(const EDABoard &board,
+                           std::map<std::string, LibraryManager::LibraryItemMapRecord> &records) const;
+
 private:
     using Attribute = EntityModel::Attribute;
     using AttributePath = EntityModel::AttributePath;
@@ -104,7 +136,12 @@ private:
     struct OptionRow;
     struct Run; // One call of importBoard: the board, its entity, the progress so far.
     struct MappedPoints;
-    struct Shape; // A rectangle, a circle or a polygon that was recognised in an outline.
+    struct Shape;   // A rectangle, a circle or a polygon that was recognised in an outline.
+    struct Placing; // One placement on its way to an entity.
+    struct OutlineFacts;
+    class ComponentScope;
+    struct WireChain;
+    class DesignatorPrefixes;
 
     // The driver (EDAImporter.cpp, EDAImporterSteps.cpp). A step answers false when it was cancelled.
     int progressMaximum(const EDABoard &board) const;
@@ -137,6 +174,60 @@ private:
     bool isComponentFiltered(const EDAComponent &component, const EDABoard &board) const;
     std::string getComponentUnits(const EDAComponent &component, const EDABoard &board) const;
 
+    // Classification (EDAImporterTypes.cpp).
+    std::string typeFromLibrary(const EDAComponent &component) const;
+    std::string decideType(const EDAComponent &component, const Entity *parent,
+                           DesignatorPrefixes &prefixes) const;
+
+    // Components (EDAImporterComponents.cpp, ...ComponentEntity.cpp, ...ComponentShape.cpp).
+    void addComponent(Entity *boardEntity, const EDAComponent &component,
+                      const EDAComponentPlacement &placement, const EDABoard &board);
+    bool askLibrary(Placing &placing);
+    void noteApproximation(const Placing &placing) const;
+    Entity *createComponentEntity(const Placing &placing) const;
+    void readOutline(Placing &placing);
+    OutlineFacts readOutlineFacts(const EDAComponent &component, const EDABoard &board) const;
+    static void decideShape(Placing &placing);
+    static void placeAsBox(Placing &placing);
+    void fillBuiltComponent(Placing &placing) const;
+    static void setComponentShape(Placing &placing);
+    static void setComponentOutline(const Placing &placing);
+    void describeComponent(const Placing &placing);
+    static void setComponentPlace(const Placing &placing);
+    static void setSolidPlace(const Placing &placing);
+    void finishComponent(const Placing &placing) const;
+    void forgetComponents(); // When the import ends: what only served it.
+
+    // Components of several solids, molds, heatsinks (EDAImporterSolids.cpp, EDAImporterHeatsinks.cpp).
+    // `useRect` is the component's own flag. addMultiBody moves (x, y) by what the container moved.
+    void addMultiBody(Entity *entity, const EDAComponent &component, const EDABoard &board, bool useRect,
+                      double &x, double &y) const;
+    Entity *bodyGroup(Entity *component) const;
+    Entity *addBody(Entity *group, const std::string &name, const EDAOutline &outline,
+                    const std::string &units, const EDABoard &board, bool useRect) const;
+    void cutBody(Entity *body, const EDAOutline &outline, const EDABoard &board) const;
+    void setSolidShape(Entity *solid, const EDAOutline &outline, const std::string &units,
+                       const EDABoard &board, bool useRect) const;
+    void addMold(Entity *entity, const EDAComponent &component, const EDABoard &board) const;
+    void addHeatsink(Entity *entity, const EDAHeatsink &heatsink, const EDABoard &board) const;
+
+    // Sockets (EDAImporterSockets.cpp).
+    void moveComponentsToSockets(Entity *boardEntity) const;
+
+    // Properties and power (EDAImporterProperties.cpp). addProperties gives what addProperty for each would.
+    void addProperties(Entity *entity, const EDAComponent &component) const;
+    bool addKnownProperty(Entity *entity, const std::string &name, const std::string &value) const;
+    void addProperty(Entity *entity, const std::string &name, const std::string &value) const;
+    void addPowerValues(Entity *entity, const EDAComponent &component) const;
+    static bool has2RProperties(const EDAComponent &component);
+    static bool hasProperty(const EDAComponent &component, const std::string &name, std::string &value);
+
+    // Bumps and wirebonds (EDAImporterBumps.cpp, EDAImporterWirebonds.cpp).
+    void addBump(Entity *parent, const EDABump &bump, const EDABoard &board, double offsetX,
+                 double offsetY) const;
+    void addWirebond(Entity *parent, const EDAWirebond &wirebond, const EDABoard &board) const;
+    static void landWire(WireChain &chain, const EDAWirebond &wirebond);
+
     // Materials (EDAImporterMaterials.cpp).
     Entity *findMaterial(Entity *entity, const std::string &name, bool &created) const;
     void attachDefaultMaterial(Entity *entity, const std::string &conductivity,
@@ -160,6 +251,7 @@ private:
     static void setNumber(Entity *entity, const AttributePath &path, double value, const std::string &units);
     static void setLength(Entity *entity, const AttributePath &path, double value, const EDABoard &board);
     static void setLocation(Entity *entity, double x, double z, const EDABoard &board);
+    static std::string outlineText(const EDAOutline &outline, const std::string &units); // where it stands
     static void lockData(Entity *entity, const std::vector<TypeRef> &attributes);
     static void tellGeometryEditor(Entity *entity);
     static void clearObstructions(Entity *group); // A new group comes with default contents.
@@ -187,8 +279,10 @@ private:
     std::string defaultTypeMapFile_;
     std::map<std::string, std::string> typeMap_;
     std::map<std::string, Entity *> placedComponents_; // By reference designator.
+    std::vector<std::shared_ptr<Entity>> orphans_;     // Of a library, without a place on the board.
+    std::unordered_map<const EDAComponent *, std::shared_ptr<OutlineFacts>> outlineFacts_;
     EDAReader::GeometryConversionOptions conversionOptions_;
-    mutable MaterialIndex materialIndex_; // Serves findMaterial; means nothing between imports.
+    mutable EntityModel::MaterialIndex materialIndex_; // Serves findMaterial; means nothing between imports.
 };
 
 } // namespace EDA

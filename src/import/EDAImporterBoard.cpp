@@ -68,7 +68,8 @@ EDAImporter::Entity *EDAImporter::createComponentBoard(Entity *parentEntity, con
 
 void EDAImporter::fillBoardEntity(Entity *boardEntity, const EDABoard &board) const {
     EntityEditor::setValue(boardEntity, Reference_Designator_t, board.getName(), true);
-    if (board.getThickness() > givenThickness) setLength(boardEntity, "Thickness", board.getThickness(), board);
+    if (board.getThickness() > givenThickness)
+        setLength(boardEntity, "Thickness", board.getThickness(), board);
     if (!board.getConductorMaterial().empty()) {
         attachDefaultMaterial(boardEntity, "", board.getConductorMaterial(), Conductor_Material_t, true);
     }
@@ -98,8 +99,8 @@ void EDAImporter::deleteFormerImport(Entity *boardEntity, const EDABoard &board)
         if (condition) types.insert(types.end(), more);
     };
     add(board.getOutline().numInternalOutlines() > 0, {"PCB Hole", "Substrate Hole"});
-    add(board.numComponentPlacements() > 0, {"Component", "Chip Socket", "Daughter Board Socket", "Cable Socket",
-                                             "Resistor", "Capacitor", "Inductor"});
+    add(board.numComponentPlacements() > 0, {"Component", "Chip Socket", "Daughter Board Socket",
+                                             "Cable Socket", "Resistor", "Capacitor", "Inductor"});
     add(board.numKeepouts() > 0, {"Board Keepout"});
     add(board.numVias(0) > 0, {"Via"});
     add(board.numBumps(0) > 0, {"Bump"});

@@ -37,6 +37,15 @@ std::string outlineValue(const std::string &points, const std::string &units) {
     return points + " <" + units + ">";
 }
 
+bool hasOutline(const EDAComponent &component) {
+    return component.hasGeometry() || component.getOutline().numInternalOutlines() > 0;
+}
+
+std::string libraryKey(const EDAComponent &component) {
+    const std::string &partNumber = component.getPartNumber();
+    return partNumber.empty() ? component.getName() : component.getName() + ' ' + partNumber;
+}
+
 bool EDAImporter::Run::step() {
     if (!progress) return true;
     progress->setValue(count++);
@@ -50,7 +59,8 @@ void EDAImporter::Run::setText(const char *text) const {
 std::string EDAImporter::MappedPoints::text(double originX, double originY) const {
     std::string text;
     text.reserve(points.size() * 24);
-    for (const auto &[x, y] : points) appendOutlinePoint(text, x - originX, mapZCoord(y - originY));
+    for (const auto &[x, y] : points)
+        appendOutlinePoint(text, x - originX, mapZCoord(y - originY));
     return text;
 }
 
@@ -65,7 +75,8 @@ EDAImporter::MappedPoints EDAImporter::mapPoints(const EDAOutline &outline) cons
     return mapped;
 }
 
-void EDAImporter::setNumber(Entity *entity, const AttributePath &path, double value, const std::string &units) {
+void EDAImporter::setNumber(Entity *entity, const AttributePath &path, double value,
+                            const std::string &units) {
     try {
         EntityEditor::setValueWithUnits(entity, path, value, units, true);
     } catch (const std::out_of_range &) {
@@ -80,6 +91,13 @@ void EDAImporter::setLength(Entity *entity, const AttributePath &path, double va
 void EDAImporter::setLocation(Entity *entity, double x, double z, const EDABoard &board) {
     setLength(entity, X_Location_t, x, board);
     setLength(entity, Z_Location_t, z, board);
+}
+
+std::string EDAImporter::outlineText(const EDAOutline &outline, const std::string &units) {
+    std::string points;
+    for (const auto &[x, y] : outline.getPoints(true))
+        appendOutlinePoint(points, x, mapZCoord(y));
+    return outlineValue(points, units);
 }
 
 void EDAImporter::lockData(Entity *entity, const std::vector<TypeRef> &attributes) {

@@ -20,14 +20,20 @@ std::string streamNumber(double value);
 // The value of an outline attribute: the points' text and the units it is in.
 std::string outlineValue(const std::string &points, const std::string &units);
 
+// Has the component anything to be shaped by? A package may have inner outlines alone.
+bool hasOutline(const EDAComponent &component);
+
+// What a component library knows a component by: its name, and its part number if it has one.
+std::string libraryKey(const EDAComponent &component);
+
 // One call of importBoard.
 struct EDAImporter::Run {
     EDABoard &board;
     Entity *boardEntity;
     Tools::ToolProgress *progress;
-    int count = 0;          // Items visited so far, shared by all loops.
+    int count = 0;                // Items visited so far, shared by all loops.
     Geometry::Bound2D bound = {}; // Of the board outline as last determined; reads as 0 while there is none.
-    double locationX = 0.0; // Where a new board entity goes: minus its X, and its Z.
+    double locationX = 0.0;       // Where a new board entity goes: minus its X, and its Z.
     double locationZ = 0.0;
 
     // Shows that an item was visited; false when the user cancelled.
@@ -41,7 +47,8 @@ struct EDAImporter::Shape {
     double width = 0.0;
     double depth = 0.0;
     double diameter = 0.0;
-    double x = 0.0; // The point that gives the location: a rectangle's low-x high-y corner, a circle's centre.
+    double x =
+        0.0; // The point that gives the location: a rectangle's low-x high-y corner, a circle's centre.
     double y = 0.0;
 };
 

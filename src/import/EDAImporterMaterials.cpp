@@ -1,6 +1,7 @@
 // Materials: finding them in the model, making them, and linking entities to them.
 #include "import/EDAImporterDetail.h"
 
+#include "host/EntityCore/LibraryManager.h"
 #include "text/Text.h"
 
 namespace EDA {
@@ -71,6 +72,18 @@ Entity *topOwner(Entity *entity) {
     return top;
 }
 
+// The path of a material in the first library that has it, or an empty text.
+std::string libraryPathOf(const std::string &name) {
+    using Libraries = LibraryManager::LibraryManager;
+    for (const char *const path : {Libraries::vendorMaterialsPath, Libraries::shippedMaterialsPath}) {
+        LibraryManager::Library *const library = Libraries::findLibraryByLibraryPath(path, nullptr);
+        const auto *const item =
+            library ? Libraries::findItemByNameAndType(name, Material_t, library, "") : nullptr;
+        if (item) return LibraryManager::LibraryRecord::getLibraryPath(item);
+    }
+    return {};
+}
+
 } // namespace
 
 EDAImporter::Entity *EDAImporter::findMaterial(Entity *entity, const std::string &name, bool &created) const {
@@ -82,8 +95,12 @@ EDAImporter::Entity *EDAImporter::findMaterial(Entity *entity, const std::string
         Entity *const found = materialIndex_.find(*static_cast<const EntityList *>(materials), name);
         if (found) return found;
     }
-    created = true;
-    return EntityEditor::createEntity(Material_t, top, AttributePath(Materials_t), nullptr, true, true, false,
+    // A material of a library brings its own values, and they win over every default.
+    const std::string path = options_.materialsFromLibrary ? libraryPathOf(name) : std::string();
+    created = path.empty();
+    LibraryManager::LibraryDefaultLoader loader;
+    if (!created) loader.setSelectedPath(path, "");
+    return EntityEditor::createEntity(Material_t, top, AttributePath(Materials_t), &loader, true, true, false,
                                       name, -1);
 }
 

@@ -7,7 +7,8 @@ namespace EDA {
 
 using namespace EntityModel;
 
-// An option's attribute and flag; the first four also have a value attribute that the importer keeps a copy of.
+// An option's attribute and flag; the first four also have a value attribute that the importer keeps a copy
+// of.
 struct EDAImporter::OptionRow {
     const TypeRef &flagType;
     bool Options::*flag;
@@ -47,7 +48,8 @@ void EDAImporter::setImportOptions(Entity *options, EDABoard &board) {
         {Simplify_Shapes_t, &Options::simplifyShapes},
     };
     importAs_ = getTypeValue(options, AttributePath(Import_Type_t), TypeRef(TypeFactory::emptyType()));
-    for (const OptionRow &row : rows) readOption(options, row);
+    for (const OptionRow &row : rows)
+        readOption(options, row);
     for (auto component = board.beginComponents(); component != board.endComponents(); ++component) {
         component->setFiltered(isComponentFiltered(*component, board));
     }
@@ -74,8 +76,7 @@ std::string EDAImporter::getComponentUnits(const EDAComponent &component, const 
 }
 
 bool EDAImporter::isComponentFiltered(const EDAComponent &component, const EDABoard &board) const {
-    const EDAOutline &outline = component.getOutline();
-    if (outline.empty() && outline.numInternalOutlines() == 0) return false;
+    if (!hasOutline(component)) return false;
     const std::string units = getComponentUnits(component, board);
     const auto isBelow = [](double value, const Attribute &least, const std::string &in) {
         return value < least.getValueIn(in) + filterTolerance;
@@ -85,7 +86,7 @@ bool EDAImporter::isComponentFiltered(const EDAComponent &component, const EDABo
         return true;
     }
     // A package whose edge has no points has no size to be judged by.
-    if (options_.filterOnSize && minDiagonalSizeAttribute_ && outline.getBound().isValid() &&
+    if (options_.filterOnSize && minDiagonalSizeAttribute_ && component.getOutline().getBound().isValid() &&
         isBelow(component.getSize(), *minDiagonalSizeAttribute_, units)) {
         return true;
     }

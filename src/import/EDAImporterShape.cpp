@@ -94,8 +94,8 @@ void EDAImporter::setPolygonBoard(Run &run, bool isBad) {
     } else {
         points = approximateOutline(run);
     }
-    EntityEditor::setValue(run.boardEntity, Outline_t, outlineValue(points, run.board.getUnits()), true, nullptr,
-                           true, true);
+    EntityEditor::setValue(run.boardEntity, Outline_t, outlineValue(points, run.board.getUnits()), true,
+                           nullptr, true, true);
     outlineOriginX_ = run.locationX = run.bound.getXLow();
     outlineOriginY_ = run.locationZ = run.bound.getYHigh();
 }
@@ -109,7 +109,8 @@ std::string EDAImporter::approximateOutline(Run &run) {
     traceOffsetX_ = run.bound.getXLow();
     traceOffsetY_ = -run.bound.getYLow();
     // Intended: here y keeps its sign, unlike in a valid outline.
-    return xLow + ',' + yLow + ',' + xHigh + ',' + yLow + ',' + xHigh + ',' + yHigh + ',' + xLow + ',' + yHigh;
+    return xLow + ',' + yLow + ',' + xHigh + ',' + yLow + ',' + xHigh + ',' + yHigh + ',' + xLow + ',' +
+           yHigh;
 }
 
 // The file's outline is no use, so the shape that the entity already has keeps the coordinates in step.

@@ -52,9 +52,15 @@ void EDAImporter::reportSkippedHoles(int count) {
 bool EDAImporter::importComponents(Run &run) {
     const Section section("ImportEDAComponents");
     run.setText("Importing Components...");
-    for (size_t i = 0; i < run.board.numComponentPlacements(); ++i) {
+    EDABoard &board = run.board;
+    for (auto placement = board.beginPlacements(); placement != board.endPlacements(); ++placement) {
+        // A placement without definition is passed over in silence, and counts as visited.
+        const EDAComponent *const component = board.findComponent(*placement);
+        if (component) addComponent(run.boardEntity, *component, *placement, board);
         if (!run.step()) return false;
     }
+    // All at once at the end, since a socket may be placed after what sits in it.
+    moveComponentsToSockets(run.boardEntity);
     return true;
 }
 
@@ -89,7 +95,8 @@ bool EDAImporter::importBumps(Run &run) {
     if (importAs_ != Component_t) return true;
     const Section section("ImportEDABumps");
     run.setText("Importing Solder Bumps...");
-    for (size_t i = 0; i < run.board.numBumps(0); ++i) {
+    for (auto bump = run.board.beginBumps(); bump != run.board.endBumps(); ++bump) {
+        addBump(run.boardEntity, *bump, run.board, 0.0, 0.0);
         if (!run.step()) return false;
     }
     return true;
@@ -105,15 +112,16 @@ bool EDAImporter::importWirebonds(Run &run) {
         const std::string &name = wirebond->getGroupName();
         Entity *&group = groups[name];
         if (!group && !name.empty()) group = wirebondGroup(run.boardEntity, name);
+        addWirebond(group, *wirebond, run.board);
         if (!run.step()) return false;
     }
     return true;
 }
 
 Entity *EDAImporter::wirebondGroup(Entity *boardEntity, const std::string &name) const {
-    Entity *const group = EntityEditor::createEntity(TypeRef("Subcomponent Group"), boardEntity,
-                                                     AttributePath("SubcomponentGroups"), nullptr, true, true,
-                                                     false, "", -1);
+    Entity *const group =
+        EntityEditor::createEntity(TypeRef("Subcomponent Group"), boardEntity,
+                                   AttributePath("SubcomponentGroups"), nullptr, true, true, false, "", -1);
     if (!group) return nullptr;
     clearObstructions(group);
     EntityEditor::setValue(group, Name_t, name, true);

@@ -13,6 +13,7 @@
 #include "model/PartTable.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -142,6 +143,9 @@ public:
     // If `found` is empty after that, appends those with its name alone.
     void findComponentPlacements(EDAComponent const &component,
                                  std::vector<EDAComponentPlacement> &found) const;
+    // Calls `use` for each placement that `findComponentPlacements` gives, in order, until it returns false.
+    void visitComponentPlacements(EDAComponent const &component,
+                                  std::function<bool(EDAComponentPlacement const &)> const &use) const;
 
     // Keepouts, holes, bumps and wires.
 

@@ -52,4 +52,16 @@ void EDABoard::findComponentPlacements(EDAComponent const &component,
     if (found.empty()) table.eachName(placements_, component.getName(), take);
 }
 
+void EDABoard::visitComponentPlacements(EDAComponent const &component,
+                                        std::function<bool(EDAComponentPlacement const &)> const &use) const {
+    bool isFound = false;
+    auto const take = [&](EDAComponentPlacement const &placement) {
+        isFound = true;
+        return use(placement);
+    };
+    auto &table = placementTable_.get();
+    table.eachPart(placements_, component.getName(), component.getPartNumber(), take);
+    if (!isFound) table.eachName(placements_, component.getName(), take);
+}
+
 } // namespace EDA

@@ -137,7 +137,11 @@ std::string decodedToUtf8(std::string bytes) {
 std::string utf8ToLatin1(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
-    while (!text.empty()) {
+    for (;;) {
+        const std::size_t plain = asciiPrefix(text);
+        bytes.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
         const Utf8Character character = firstCharacter(text);
         if (character.size == 0) {
             bytes.push_back(text.front());

@@ -112,6 +112,26 @@ TEST(FilterEdges, ThePowerIsTheFirstOfTwoAndZeroWhereItIsNoNumber) {
     EXPECT_TRUE(isFiltered(words));
 }
 
+TEST(FilterEdges, APowerOrSizeThatEqualsTheThresholdIsFilteredAndOneAboveItIsNot) {
+    for (const auto &[power, isBelow] : {std::pair{"500", true}, {"500.000000002", false}}) {
+        ImportBench bench;
+        EDA::EDAComponent part = squarePart(1.0);
+        part.addProperty("POWER_OPR", power);
+        bench.board().addComponent(part, false);
+        bench.set(Filter_On_Power_t, "Yes");
+        bench.set(Min_Power_t, "500 mW");
+        EXPECT_EQ(isFiltered(bench), isBelow);
+    }
+    for (const auto &[least, isBelow] : {std::pair{"5 mm", true}, {"4.999999998 mm", false}}) {
+        ImportBench bench;
+        EDA::EDAComponent part = squarePart(1.0);
+        bench.board().addComponent(part, false);
+        bench.set(Filter_On_Size_t, "Yes");
+        bench.set(Min_Diagonal_Size_t, least);
+        EXPECT_EQ(isFiltered(bench), isBelow);
+    }
+}
+
 TEST(FilterEdges, NumbersThatAreNotFiniteAreNotBelowAnything) {
     for (const double height : {std::nan(""), std::numeric_limits<double>::infinity()}) {
         ImportBench bench;

@@ -1,5 +1,5 @@
 // Materials that an import makes.
-#include "support/ImportBench.h"
+#include "ComponentSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -64,5 +64,49 @@ TEST(Materials, WithAChassisAtTheRootItHoldsTheMaterials) {
     Entity *board = bench.importer.importBoard(&bench.reader, nullptr, chassisModel.root(), nullptr);
     ASSERT_TRUE(board);
     EXPECT_TRUE(getLinkedEntity(board, Conductor_Material_t));
+    EXPECT_EQ(bench.importer.getErrorString(), "");
+}
+
+TEST(Materials, APartThatNamesNoneGetsTheDefaultOfItsClass) {
+    for (const char *kind : {"ELECTRICAL", "MECHANICAL"}) {
+        ComponentBench bench(boxOutline, kind);
+        std::string name;
+        EXPECT_EQ(getLinkedEntity(bench.importOne(), MaterialLink_t)->getName(name),
+                  std::string(kind) == "MECHANICAL" ? "ABS-Plastic" : "Typical Component");
+    }
+}
+
+TEST(Materials, ANameThatIsGivenStandsAboveTheDefaultOfTheClass) {
+    ComponentBench bench(boxOutline, "MECHANICAL");
+    bench.part.getOutline().setMaterial("Typical Component");
+    Entity *const material = getLinkedEntity(bench.importOne(), MaterialLink_t);
+    ASSERT_TRUE(material);
+    EXPECT_EQ(value(material, Conductivity_t), 10.0);
+    EXPECT_EQ(value(material, Specific_Heat_t), 500.0);
+    EXPECT_EQ(value(material, Density_t), 3000.0);
+}
+
+TEST(Materials, TheDefaultsOfPlasticAreThoseOfABS) {
+    ComponentBench bench(boxOutline, "MECHANICAL");
+    Entity *const material = getLinkedEntity(bench.importOne(), MaterialLink_t);
+    ASSERT_TRUE(material);
+    EXPECT_EQ(value(material, Conductivity_t), 0.25);
+    EXPECT_EQ(value(material, Specific_Heat_t), 1260.0);
+    EXPECT_EQ(value(material, Density_t), 1010.0);
+    EXPECT_EQ(value(material, Electrical_Conductivity_t), 0.0);
+}
+
+TEST(Materials, AModelWithoutPlaceForThemGetsNoneAndNoMessage) {
+    Model boardModel(PCB_t);
+    ComponentBench bench;
+    bench.board().setConductorMaterial("Copper");
+    bench.part.addProperty("THERM_COND", "3");
+    bench.add();
+    bench.define();
+    Entity *const board = bench.importOver(boardModel.root());
+    const auto parts = bench.placedOn(board);
+    ASSERT_EQ(parts.size(), 1u);
+    EXPECT_FALSE(getLinkedEntity(parts[0], MaterialLink_t));
+    EXPECT_FALSE(getLinkedEntity(board, Conductor_Material_t));
     EXPECT_EQ(bench.importer.getErrorString(), "");
 }

@@ -63,6 +63,16 @@ std::string designators(EDABoard const &board, EDAComponent const &part) {
     return text;
 }
 
+// The same by a visit that stops at the `last` one.
+std::string visited(EDABoard const &board, EDAComponent const &part, std::string const &last = "none") {
+    std::string text;
+    board.visitComponentPlacements(part, [&](EDAComponentPlacement const &placed) {
+        text += placed.getReferenceDesignator() + " ";
+        return placed.getReferenceDesignator() != last;
+    });
+    return text;
+}
+
 TEST(EDABoardAddComponent, ATrueDuplicateIsStoredOnce) {
     EDABoard board;
     EXPECT_EQ(add(board, component("R1", "P", 1.0)), "R1");
@@ -241,6 +251,19 @@ TEST(EDABoardFindComponentPlacements, AListThatIsNotEmptySkipsTheFallback) {
     board.findComponentPlacements(component("A", "P"), found);
     ASSERT_EQ(found.size(), 2u);
     EXPECT_EQ(found[1].getReferenceDesignator(), "U1");
+}
+
+TEST(EDABoardVisitComponentPlacements, SeesTheSameAndStopsWhenTold) {
+    EDABoard board;
+    board.addComponentPlacement(placement("A", "P", "U1"));
+    board.addComponentPlacement(placement("A", "Q", "U2"));
+    board.addComponentPlacement(placement("A", "P", "U4"));
+    for (auto const *number : {"P", "Q", "X", ""}) {
+        EXPECT_EQ(visited(board, component("A", number)), designators(board, component("A", number)));
+    }
+    EXPECT_EQ(visited(board, component("C", "P")), "");
+    EXPECT_EQ(visited(board, component("A", "P"), "U1"), "U1 "); // No fallback after a stop.
+    EXPECT_EQ(visited(board, component("A", "X"), "U2"), "U1 U2 ");
 }
 
 TEST(EDABoardFindComponentPlacements, SeesRenamedPlacements) {

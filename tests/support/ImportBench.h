@@ -20,7 +20,8 @@ using namespace EntityModel;
 
 class ImportBench {
 public:
-    ImportBench() : model(Velkin_Solver_Project_t), importer(nullptr, "", "") {
+    explicit ImportBench(LibraryInterface *library = nullptr)
+        : model(Velkin_Solver_Project_t), importer(library, "", "") {
         chassis = EntityEditor::createEntity(Chassis_t, model.root(), AttributePath(Chassis_t));
         optionsModel = std::make_unique<Model>(EDA_Import_Options_t);
         board().setUnits("MM");
@@ -33,7 +34,8 @@ public:
 
     // Adds a straight closed or open loop to an outline of the board: 0 is the edge.
     void loop(int index, std::initializer_list<std::pair<double, double>> points) {
-        for (const auto &[x, y] : points) board().addPoint(index, x, y, 0.0);
+        for (const auto &[x, y] : points)
+            board().addPoint(index, x, y, 0.0);
     }
     void rectangle(int index, double xLow, double yLow, double xHigh, double yHigh) {
         loop(index, {{xLow, yLow}, {xHigh, yLow}, {xHigh, yHigh}, {xLow, yHigh}});
@@ -74,6 +76,8 @@ inline std::string text(Entity *entity, const AttributePath &path) {
     return getPreciceStringValue(entity, path, "(none)");
 }
 
-inline double mm(Entity *entity, const AttributePath &path) { return getDoubleValue(entity, path, "mm", -12345.0); }
+inline double mm(Entity *entity, const AttributePath &path) {
+    return getDoubleValue(entity, path, "mm", -12345.0);
+}
 
 } // namespace TestSupport

@@ -8,6 +8,7 @@
 #include "host/EntityModel/Types.h"
 #include "host/Geometry/PolygonPrismGeometryMaker.h"
 
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -58,6 +59,17 @@ std::unique_ptr<Geometry::Geometry> makeGeometry(Entity const &entity, PartPlace
                                                           std::move(holes), 0.0, place.height, place.toRoot);
 }
 
+// Builds one part, or removes that of an entity without solid; gives the frame of the entity's children.
+PartFrame putPart(Entity &entity, PartRule const &rule, PartFrame const &frame, PartTree &parts) {
+    PartPlace const place = placePart(entity, rule, frame);
+    PartFrame inside = childFrame(entity, rule, place, frame);
+    if (place.isSolid())
+        parts.put(&entity, makeGeometry(entity, place, inside));
+    else
+        parts.erase(&entity);
+    return inside;
+}
+
 } // namespace
 
 GeometryBuilder::GeometryBuilder() : parts_(std::make_unique<PartTree>()) {}
@@ -73,13 +85,8 @@ Geometry::Part *GeometryBuilder::buildPart(Entity *entity, bool withChildren) {
         tasks.pop_back();
         PartRule const *const rule = findPartRule(task.entity->getType());
         if (!rule) continue;
-        PartPlace const place = placePart(*task.entity, *rule, *task.frame);
         auto const inside =
-            std::make_shared<PartFrame const>(childFrame(*task.entity, *rule, place, *task.frame));
-        if (place.isSolid())
-            parts_->put(task.entity, makeGeometry(*task.entity, place, *inside));
-        else
-            parts_->erase(task.entity);
+            std::make_shared<PartFrame const>(putPart(*task.entity, *rule, *task.frame, *parts_));
         if (!withChildren) break;
         children.clear();
         task.entity->getChildEntities(children);
@@ -87,6 +94,17 @@ Geometry::Part *GeometryBuilder::buildPart(Entity *entity, bool withChildren) {
             tasks.push_back({child, inside});
     }
     return parts_->find(entity);
+}
+
+void GeometryBuilder::buildParts(std::vector<Entity *> const &entities) {
+    std::unordered_map<Entity const *, PartFrame> frames; // by owner
+    for (Entity *entity : entities) {
+        PartRule const *const rule = entity ? findPartRule(entity->getType()) : nullptr;
+        if (!rule) continue;
+        auto const [frame, isNew] = frames.try_emplace(entity->getOwnerEntity());
+        if (isNew) frame->second = ownerFrame(*entity);
+        putPart(*entity, *rule, frame->second, *parts_);
+    }
 }
 
 Geometry::Part *GeometryBuilder::getPart(Entity *entity) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 namespace EntityModel {
 class Entity;
@@ -50,6 +51,10 @@ public:
     // or is too large to compute with. A width, depth or diameter must be above 0; a height may be 0. The
     // parts below an entity without part are built all the same.
     virtual Geometry::Part *buildPart(EntityModel::Entity *entity, bool withChildren = false);
+
+    // Builds the part of each of these, as `buildPart` without children does, but reads what they stand on
+    // only once for all children of one owner: the edge of a board may have thousands of points.
+    virtual void buildParts(std::vector<EntityModel::Entity *> const &entities);
 
     // The part that was built, or null.
     virtual Geometry::Part *getPart(EntityModel::Entity *entity) const;

@@ -5,12 +5,14 @@
 #include "host/EntityModel/EntityEditor.h"
 #include "host/EntityModel/Model.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace EntityModel {
 
 EntityList::~EntityList() {
-    for (Entity *child : children_) delete child;
+    for (Entity *child : children_)
+        delete child;
 }
 
 Entity *EntityList::childAt(int index) const {
@@ -41,10 +43,15 @@ std::unique_ptr<Entity> EntityList::removeChild(Entity *child, int &index) {
     return nullptr;
 }
 
-std::vector<EntityList::Placed> EntityList::removeChildren(const std::unordered_set<const Entity *> &removed) {
+std::vector<EntityList::Placed>
+EntityList::removeChildren(const std::unordered_set<const Entity *> &removed) {
+    // Found from the back, for the reason above; nothing before the first of them is touched.
+    size_t first = children_.size();
+    for (size_t found = 0; first > 0 && found < removed.size();)
+        found += removed.count(children_[--first]);
     std::vector<Placed> taken;
-    size_t kept = 0;
-    for (size_t i = 0; i < children_.size(); ++i) {
+    size_t kept = first;
+    for (size_t i = first; i < children_.size(); ++i) {
         Entity *child = children_[i];
         if (removed.count(child) == 0) {
             children_[kept++] = child;
@@ -58,18 +65,20 @@ std::vector<EntityList::Placed> EntityList::removeChildren(const std::unordered_
 }
 
 void EntityList::insertChildren(std::vector<Placed> children) {
-    std::vector<Entity *> merged;
-    merged.reserve(children_.size() + children.size());
-    size_t kept = 0;
+    if (children.empty()) return;
+    const size_t first = std::min(static_cast<size_t>(children.front().index), children_.size());
+    const std::vector<Entity *> others(children_.begin() + static_cast<std::ptrdiff_t>(first),
+                                       children_.end());
+    children_.resize(first);
+    auto other = others.begin();
     for (Placed &placed : children) {
-        while (kept < children_.size() && merged.size() < static_cast<size_t>(placed.index)) {
-            merged.push_back(children_[kept++]);
+        while (other != others.end() && children_.size() < static_cast<size_t>(placed.index)) {
+            children_.push_back(*other++);
         }
         placed.child->setHolder(this);
-        merged.push_back(placed.child.release());
+        children_.push_back(placed.child.release());
     }
-    merged.insert(merged.end(), children_.begin() + static_cast<std::ptrdiff_t>(kept), children_.end());
-    children_ = std::move(merged);
+    children_.insert(children_.end(), other, others.end());
 }
 
 OwningLink::OwningLink(const AttributeDef *def, Entity *owner) : EntityLink(def, owner) {}

@@ -16,6 +16,11 @@ namespace EntityModel {
 // Nothing that data can cause throws, with one exception: setValueWithUnits throws std::out_of_range for an
 // unknown unit or a number that the attribute cannot take. Everything else answers false or null, and then
 // the model stays as it was. Locks and protection never stop an edit.
+//
+// A link never leads from one model into another, or into a library. What enters a model, by any operation
+// here, keeps its links within itself and to that model. A link to a material elsewhere then leads to the
+// model's own material of that name, which is copied from there if need be into the "Materials" of the top
+// of the tree. Where the top has no such list, and for links to other things, the link is cleared.
 class EntityEditor {
 public:
     using CopyMap = std::map<const Entity *, Entity *>;
@@ -30,7 +35,7 @@ public:
 
     // In a list or owning link: puts an entity without owner, made by a library, there and takes ownership;
     // one that was in a model before, and now belongs to an undo step, is refused. In a reference link: sets
-    // the link and leaves the child where it is (null clears it).
+    // the link and leaves the child where it is (null clears it); one of another model is refused.
     static bool addEntity(Entity *parent, const AttributePath &where, Entity *child, bool = false,
                           bool = true, bool = true, bool = true, bool = false, int index = -1);
 
@@ -40,11 +45,30 @@ public:
     static Entity *copyEntity(Entity *entity, Entity *parent, Attribute *where = nullptr, bool = false,
                               CopyMap *copied = nullptr);
 
+    // A deep copy without owner, as copyEntity makes it, for addEntity. Links that leave the copied tree keep
+    // their targets until the copy enters a model.
+    static std::unique_ptr<Entity> cloneEntity(const Entity &entity);
+
+    // Gives an entity that is outside every model the values, links and children of another of its type, in
+    // place of its own. A name that it has stays. False, and nothing changed, when the types differ or the
+    // entity is in a model.
+    static bool copyContent(const Entity &from, Entity &to);
+
     // Moves an entity under a new parent: into `where` (a list or owning link of it), or else the first that
     // takes the type. Refused into an occupied owning link, into itself, into an orphan outside every model,
     // and from one model into another.
     static bool moveEntity(Entity *entity, Entity *newParent, Attribute *where = nullptr, bool = false,
                            int index = -1);
+
+    struct Move {
+        Entity *entity;
+        Entity *newParent;
+    };
+    // Moves many entities of one model, each as moveEntity does without `where`, in one pass over each list
+    // that they leave. Refused, besides what moveEntity refuses: a place that was occupied before the call or
+    // by an earlier one of these, an entity named again, and a new parent in one of the entities. Who owns an
+    // entity then tells whether it moved.
+    static void moveEntities(const std::vector<Move> &moves);
 
     // Deletes the entity with all below it; reference links elsewhere that point into it are cleared.
     static bool deleteEntity(Entity *entity, bool = false, bool = true);
@@ -79,6 +103,8 @@ public:
 private:
     static std::unique_ptr<Entity> makeEntity(const EntityType &type, const std::string &name);
     static void assignIds(Entity &entity);
+    static void finishCopies(const CopyMap &copies);
+    static void adoptLinks(Entity &entering, const Entity &parent);
 };
 
 class EntityFetcher {

@@ -1,6 +1,7 @@
 // Deep copies of entities.
 #include "host/EntityModel/EntityEditor.h"
 #include "host/EntityModel/EntityEditorDetail.h"
+#include "host/EntityModel/Types.h"
 
 namespace EntityModel {
 
@@ -59,6 +60,32 @@ void redirectLinks(Entity &copy, const EntityEditor::CopyMap &copies) {
 
 } // namespace
 
+void EntityEditor::finishCopies(const CopyMap &copies) {
+    for (const auto &[original, made] : copies) {
+        made->createdInStep_ = UndoStack::instance().currentStep();
+        redirectLinks(*made, copies);
+    }
+}
+
+std::unique_ptr<Entity> EntityEditor::cloneEntity(const Entity &entity) {
+    CopyMap copies;
+    std::unique_ptr<Entity> copy = copyTree(entity, copies);
+    finishCopies(copies);
+    return copy;
+}
+
+bool EntityEditor::copyContent(const Entity &from, Entity &to) {
+    if (&from.entityType() != &to.entityType() || &from == &to || to.id_ != 0 || to.model()) return false;
+    std::string name;
+    to.getName(name);
+    CopyMap copies{{&from, &to}};
+    to.slots_.clear();
+    from.forEachStored([&to, &copies](const Attribute &attribute) { copyAttribute(attribute, to, copies); });
+    finishCopies(copies);
+    if (!name.empty()) to.findAttribute(Name_t)->setFromString(name);
+    return true;
+}
+
 Entity *EntityEditor::copyEntity(Entity *entity, Entity *parent, Attribute *where, bool, CopyMap *copied) {
     if (!entity || !parent || parent->isHeldByStep()) return nullptr;
     ChildHolder *const holder = holderFor(*parent, where, entity->getType());
@@ -67,10 +94,8 @@ Entity *EntityEditor::copyEntity(Entity *entity, Entity *parent, Attribute *wher
     const EditScope scope;
     CopyMap copies;
     std::unique_ptr<Entity> copy = copyTree(*entity, copies);
-    for (const auto &[original, made] : copies) {
-        made->createdInStep_ = UndoStack::instance().currentStep();
-        redirectLinks(*made, copies);
-    }
+    finishCopies(copies);
+    if (entity->model() != parent->model()) adoptLinks(*copy, *parent);
     Entity *const inserted = insertAndRecord(*holder, -1, std::move(copy));
     assignIds(*inserted);
     if (copied) copied->insert(copies.begin(), copies.end());

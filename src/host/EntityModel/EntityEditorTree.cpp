@@ -93,6 +93,12 @@ ChildHolder *firstHolderFor(Entity &parent, const Type &childType) {
     return nullptr;
 }
 
+bool isOfAnotherModel(const Entity *target, const Entity &entity) {
+    const Model *const theirs = target ? target->model() : nullptr;
+    const Model *const ours = theirs ? entity.model() : nullptr;
+    return ours && ours != theirs;
+}
+
 } // namespace
 
 ChildHolder *holderFor(Entity &parent, Attribute *where, const Type &childType) {
@@ -135,7 +141,7 @@ Entity *EntityEditor::createEntity(const TypeRef &type, Entity *parent, const At
     const EditScope scope;
     if (!holder->canTake(type)) deleteEntity(holder->childAt(0));
     std::unique_ptr<Entity> entity = makeEntity(*entityType, name);
-    if (loader) loader->supplyContent(*entity);
+    if (loader && loader->supplyContent(*entity)) adoptLinks(*entity, *parent);
     Entity *const created = insertAndRecord(*holder, index, std::move(entity));
     assignIds(*created);
     return created;
@@ -148,6 +154,7 @@ bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity 
     if (attribute->kind() == AttributeKind::ReferenceLink) {
         UndoStack &undo = UndoStack::instance();
         std::unique_ptr<Attribute> before = undo.snapshot(*attribute);
+        if (isOfAnotherModel(child, *parent)) return false;
         if (!static_cast<ReferenceLink *>(attribute)->setTarget(child)) return false;
         undo.addValueChange(*attribute, std::move(before));
         return true;
@@ -157,6 +164,8 @@ bool EntityEditor::addEntity(Entity *parent, const AttributePath &where, Entity 
     const bool fits =
         holder && child && !child->holder() && !child->isHeldByStep() && !parent->isInside(child);
     if (!fits || !holder->canTake(child->getType())) return false;
+    const EditScope scope;
+    adoptLinks(*child, *parent);
     assignIds(*insertAndRecord(*holder, index, std::unique_ptr<Entity>(child)));
     return true;
 }
@@ -172,6 +181,8 @@ bool EntityEditor::moveEntity(Entity *entity, Entity *newParent, Attribute *wher
     if (!to || !to->canTake(entity->getType())) return false;
     UndoStack &undo = UndoStack::instance();
     if (oldModel && !undo.isRecording()) undo.noteUnrecordedRemoval();
+    const EditScope scope;
+    if (!oldModel) adoptLinks(*entity, *newParent);
     ChildHolder &from = *entity->holder();
     int fromIndex = 0;
     to->insertChild(index, from.removeChild(entity, fromIndex));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/EntityModel/Entity.h"
+#include "host/EntityModel/MaterialIndex.h"
 #include "host/EntityModel/Types.h"
 
 #include <cstdint>
@@ -13,9 +14,9 @@ namespace EntityModel {
 // undo stack, whose steps may hold its entities.
 class Model : public ChildHolder {
 public:
-    // A model whose root is a new entity of this type, a Velkin Solver Project as a rule: materials of a board
-    // live at the top of its owners, and only a project has a list for them. Throws std::invalid_argument for
-    // a type that the schema lacks.
+    // A model whose root is a new entity of this type, a Velkin Solver Project as a rule: materials of a
+    // board live at the top of its owners, and only a project has a list for them. Throws
+    // std::invalid_argument for a type that the schema lacks.
     explicit Model(const TypeRef &rootType = Velkin_Solver_Project_t);
     ~Model() override;
     Model(const Model &) = delete;
@@ -35,7 +36,8 @@ private:
     friend class UserPreference;
 
     std::uint64_t takeId() { return nextId_++; }
-    void assignIds(Entity &entity); // to the entity and all below it that have none
+    void assignIds(Entity &entity);                // to the entity and all below it that have none
+    Entity *findMaterial(const std::string &name); // the root's first of this name, or null
 
     Entity *holderEntity() const override { return nullptr; }
     int childCount() const override { return root_ ? 1 : 0; }
@@ -46,6 +48,8 @@ private:
 
     std::unique_ptr<Entity> root_;
     std::uint64_t nextId_ = 1;
+    MaterialIndex materials_;
+    std::uint32_t materialsStep_ = 0; // the undo step in which the index was begun
 };
 
 } // namespace EntityModel

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "host/EntityModel/Model.h"
+#include "host/FileSystem/Limits.h"
 
-#include <iosfwd>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,13 @@ public:
 
     // The same from text in memory; `name` stands for the file in messages.
     static std::unique_ptr<Model> parse(std::string_view text, const std::string &name, std::string &error);
+
+    // The same without a model: the root with all below it outside every model, as a library keeps it. The
+    // entities have no ids. Unlike the end of a model, the end of such a tree leaves the undo steps alone.
+    static std::unique_ptr<Entity> loadTree(const std::string &filename, std::string &error,
+                                            std::uint64_t sizeLimit = FileSystem::maxFileSize);
+    static std::unique_ptr<Entity> parseTree(std::string_view text, const std::string &name,
+                                             std::string &error);
 
     // The text that save() writes.
     static std::string toText(const Model &model);

@@ -94,7 +94,7 @@ bool ModelReader::take(const JsonEvent &event) {
     case State::End:
         break;
     }
-    return fail("there is more after the end of the model");
+    return fail(moreAfterEnd);
 }
 
 bool ModelReader::takeKey(std::string_view key, const char *const *known, size_t count) {
@@ -225,14 +225,21 @@ bool ModelReader::takeList(const JsonEvent &event) {
     return push(State::Entity, nullptr, top().holder);
 }
 
+bool ModelReader::isWhole() {
+    if (!root_) return fail("the model has no root");
+    return std::all_of(links_.begin(), links_.end(),
+                       [this](const PendingLink &link) { return resolve(link); });
+}
+
+std::unique_ptr<Entity> ModelReader::finishTree() {
+    if (!isWhole()) return nullptr;
+    for (const auto &[id, entity] : byId_)
+        entity->id_ = 0;
+    return std::move(root_);
+}
+
 std::unique_ptr<Model> ModelReader::finish() {
-    if (!root_) {
-        fail("the model has no root");
-        return nullptr;
-    }
-    for (const PendingLink &link : links_) {
-        if (!resolve(link)) return nullptr;
-    }
+    if (!isWhole()) return nullptr;
     auto model = std::make_unique<Model>(TypeRef(root_->getType()));
     model->insertChild(0, std::move(root_));
     model->nextId_ = greatestId_ + 1;

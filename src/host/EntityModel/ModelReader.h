@@ -18,6 +18,8 @@ namespace EntityModel {
 // what() then tells why, and errorOffset() where.
 class ModelReader {
 public:
+    static constexpr const char *moreAfterEnd = "there is more after the end of the model";
+
     // `offset` gives the place of the event in the file.
     explicit ModelReader(std::function<size_t()> offset);
     ~ModelReader();
@@ -26,6 +28,9 @@ public:
 
     // The model, once the text has ended. Null when it lacks something or a link leads nowhere.
     std::unique_ptr<Model> finish();
+
+    // The same, but the root alone: its entities are outside every model and have no ids.
+    std::unique_ptr<Entity> finishTree();
 
     const std::string &what() const { return what_; }
     size_t errorOffset() const { return errorOffset_; }
@@ -85,6 +90,7 @@ private:
     bool startChildren(const JsonEvent &event);
     bool flagAttribute(Attribute *attribute, const std::string &label);
     bool resolve(const PendingLink &link);
+    bool isWhole();
 
     bool push(State state, Entity *entity, ChildHolder *holder = nullptr);
     bool pop();

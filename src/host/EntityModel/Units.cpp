@@ -168,6 +168,8 @@ double convert(double value, const Unit &from, const Unit &to) {
     return std::isfinite(result) ? result : std::copysign(largest, value);
 }
 
+std::vector<std::string> spellings(const Quantity &quantity) { return table().find(quantity)->spellings; }
+
 std::vector<std::string> lengthSpellings() { return table().find("Length")->spellings; }
 
 } // namespace Units

@@ -41,7 +41,8 @@ const Unit *find(const Quantity &quantity, std::string_view spelling);
 // what would overflow becomes the largest double.
 double convert(double value, const Unit &from, const Unit &to);
 
-// All accepted length spellings, for messages.
+// All accepted spellings of the units of a quantity, and those of lengths, for messages.
+std::vector<std::string> spellings(const Quantity &quantity);
 std::vector<std::string> lengthSpellings();
 
 } // namespace Units

@@ -15,12 +15,6 @@ const TypeRef &rootType() {
     return type;
 }
 
-// The preferences file, or empty when the system names no folder for it.
-std::string preferencesFile() {
-    const std::string folder = FileSystem::OSPaths::getConfigurationFolder();
-    return folder.empty() ? folder : folder + "/preferences.json";
-}
-
 EntityList *listThatTakes(Entity &root, const Type &type) {
     for (const auto &def : root.entityType().attributes()) {
         if (def->kind != AttributeKind::EntityList || !def->takesChild(type)) continue;
@@ -41,6 +35,11 @@ Entity *findNamed(const EntityList &list, const Type &type, const AttributePath 
 
 } // namespace
 
+std::string UserPreference::fileName() {
+    const std::string folder = FileSystem::OSPaths::getConfigurationFolder();
+    return folder.empty() ? folder : folder + "/preferences.json";
+}
+
 UserPreference &UserPreference::instance() {
     // Never destroyed: readers may ask for options while the process ends.
     static UserPreference *const store = new UserPreference;
@@ -49,7 +48,7 @@ UserPreference &UserPreference::instance() {
 
 Entity *UserPreference::root() {
     if (model_) return model_->root();
-    const std::string file = preferencesFile();
+    const std::string file = fileName();
     if (FileSystem::File::exists(file)) {
         model_ = ModelFile::load(file, loadError_);
         if (model_ && model_->root()->getType() != rootType()) {
@@ -86,7 +85,7 @@ Entity *UserPreference::getPreferences() { return root(); }
 bool UserPreference::save(std::string &error) const {
     error.clear();
     if (!model_) return true;
-    const std::string file = preferencesFile();
+    const std::string file = fileName();
     if (file.empty()) {
         error = "preferences.json: the system names no folder for the user's preferences";
         return false;

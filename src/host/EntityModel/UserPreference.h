@@ -23,6 +23,9 @@ public:
     // The entity of the global choices ("Global Units" and others).
     Entity *getPreferences();
 
+    // The file on disk, which need not exist; empty when the system names no folder for it.
+    static std::string fileName();
+
     // Writes the preferences to disk. False with `error` naming the file and the reason.
     bool save(std::string &error) const;
     const std::string &loadError() const { return loadError_; }

@@ -90,7 +90,8 @@ public:
     ~Buffer() override {
         close();
         std::error_code error;
-        if (!temporary_.empty()) fs::remove(temporary_, error);
+        for (const fs::path &name : {temporary_, old_})
+            if (!name.empty()) fs::remove(name, error);
     }
 
     Buffer(const Buffer &) = delete;
@@ -99,10 +100,14 @@ public:
     bool isGood() const { return reason_.empty(); }
     const std::string &reason() const { return reason_; }
 
-    bool commit() {
+    // Brings the bytes to the disk; all that is left to do then is the renaming.
+    bool prepare() {
         if (!flushBlock()) return false;
         if (std::fflush(file_) != 0 || !syncToDisk(file_)) return failed(lastError());
-        if (!close()) return failed(lastError());
+        return close() || failed(lastError());
+    }
+
+    bool replace() {
         std::error_code error;
         const fs::file_status old = fs::status(target_, error);
         if (fs::exists(old)) fs::permissions(temporary_, old.permissions(), error);
@@ -110,6 +115,31 @@ public:
         if (error) return failed(error);
         temporary_.clear();
         return true;
+    }
+
+    // Makes a second name, or a copy where the file system has no second names, for what the target holds.
+    bool keepOld() {
+        std::error_code error;
+        hadTarget_ = fs::exists(target_, error);
+        if (!hadTarget_) return true;
+        for (int number = 0; number < nameTries; ++number) {
+            const fs::path name = target_.parent_path() / temporaryName(number);
+            fs::create_hard_link(target_, name, error);
+            if (error) fs::copy_file(target_, name, error);
+            if (!error) old_ = name;
+            if (error != std::errc::file_exists) break;
+        }
+        if (!error) return true;
+        return failed(error);
+    }
+
+    // After replace: puts back what keepOld found.
+    void bringOldBack() {
+        std::error_code error;
+        if (hadTarget_)
+            fs::rename(old_, target_, error);
+        else
+            fs::remove(target_, error);
     }
 
 protected:
@@ -156,6 +186,8 @@ private:
 
     fs::path target_;
     fs::path temporary_; // empty when there is none to remove
+    fs::path old_;       // a second name of what the target held; empty when there is none to remove
+    bool hadTarget_ = false;
     std::FILE *file_ = nullptr;
     std::string reason_;
     std::array<char, std::size_t{1} << 16> block_;
@@ -176,12 +208,29 @@ std::ostream &AtomicFile::stream() { return *stream_; }
 
 bool AtomicFile::commit() {
     if (!buffer_) return false;
-    if (!buffer_->commit()) return fail(buffer_->reason());
+    if (!buffer_->prepare() || !buffer_->replace()) return fail(buffer_->reason());
     discard();
     return true;
 }
 
+bool AtomicFile::commitBoth(AtomicFile &first, AtomicFile &second) {
+    AtomicFile *failed = nullptr;
+    for (AtomicFile *file : {&first, &second}) {
+        if (failed == nullptr && (!file->buffer_ || !file->buffer_->prepare())) failed = file;
+    }
+    if (failed == nullptr && !(first.buffer_->keepOld() && first.buffer_->replace())) failed = &first;
+    if (failed == nullptr && !second.buffer_->replace()) {
+        first.buffer_->bringOldBack();
+        failed = &second;
+    }
+    if (failed != nullptr && failed->buffer_) failed->fail(failed->buffer_->reason());
+    first.discard();
+    second.discard();
+    return failed == nullptr;
+}
+
 void AtomicFile::discard() {
+    if (buffer_ && !buffer_->isGood() && error_.empty()) error_ = fileError(path_, buffer_->reason());
     stream_->rdbuf(nullptr);
     buffer_.reset();
 }

@@ -34,6 +34,10 @@ public:
     // True when the target now holds exactly what was written.
     bool commit();
 
+    // Commits two files that belong together: either both targets hold what was written, or both stay as they
+    // were. The file that failed has the error.
+    static bool commitBoth(AtomicFile &first, AtomicFile &second);
+
     // Removes the temporary file; the target stays as it was.
     void discard();
 

@@ -21,15 +21,22 @@ FFofstream::~FFofstream() {
 
 bool FFofstream::close() {
     if (!file_.isOpen()) return false;
-    const bool written = good();
-    if (written && file_.commit()) {
-        rdbuf(nullptr);
-        return true;
-    }
+    const bool written = good() && file_.commit();
+    end(written);
+    return written;
+}
+
+bool FFofstream::closeBoth(FFofstream &first, FFofstream &second) {
+    const bool written = first.good() && second.good() && AtomicFile::commitBoth(first.file_, second.file_);
+    first.end(written);
+    second.end(written);
+    return written;
+}
+
+void FFofstream::end(bool written) {
     file_.discard();
     rdbuf(nullptr);
-    setstate(std::ios::failbit);
-    return false;
+    if (!written) setstate(std::ios::failbit);
 }
 
 } // namespace FileSystem

@@ -23,6 +23,10 @@ public:
     // True when the target now holds all that was written; else failbit is set and error tells why.
     bool close();
 
+    // Closes two files that belong together: either both targets hold all that was written, or both stay as
+    // they were. The stream that failed has the error; failbit is set on both.
+    static bool closeBoth(FFofstream &first, FFofstream &second);
+
     // "name: reason", or empty.
     const std::string &error() const { return file_.error(); }
 
@@ -30,6 +34,8 @@ public:
     std::ostream &getStream() { return *this; }
 
 private:
+    void end(bool written);
+
     AtomicFile file_;
     int exceptionsAtStart_;
 };

@@ -41,6 +41,22 @@ fs::path userSettingsFolder() {
 #endif
 }
 
+// The file of the running program; empty where the system doesn't tell.
+fs::path programFile() {
+#ifdef _WIN32
+    std::wstring name(32768, L'\0');
+    const DWORD size = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    return size > 0 && size < name.size() ? fs::path(name.substr(0, size)) : fs::path();
+#else
+    std::error_code error;
+    const fs::path file = fs::read_symlink("/proc/self/exe", error);
+    return error ? fs::path() : file;
+#endif
+}
+
+// From PREFIX/bin the folder is one level up; from the programs of a build tree up to four.
+constexpr int sharedFolderLevels = 4;
+
 } // namespace
 
 std::string OSPaths::getCurrentDirectory() {
@@ -70,6 +86,19 @@ std::string OSPaths::getConfigurationFolder() {
     if (!chosen.empty()) return fromNative(chosen);
     const fs::path settings = userSettingsFolder();
     return settings.empty() ? std::string() : fromNative(settings / "eda");
+}
+
+std::string OSPaths::getSharedFolder() {
+    const fs::path chosen = folderOf("EDA_SHARE_DIR");
+    if (!chosen.empty()) return fromNative(chosen);
+    fs::path above = programFile().parent_path();
+    for (int i = 0; i < sharedFolderLevels && above.has_relative_path(); ++i) {
+        above = above.parent_path();
+        std::error_code error;
+        const fs::path folder = above / "share" / "eda";
+        if (fs::is_directory(folder, error)) return fromNative(folder);
+    }
+    return {};
 }
 
 std::string PathConverterBase::fromFFLPath(const std::string &path) {

@@ -20,6 +20,12 @@ struct OSPaths {
     // names it. Without that it is the folder "eda" in XDG_CONFIG_HOME, where that is an absolute path, or
     // in HOME/.config; on Windows in APPDATA. Empty when none of these is set.
     static std::string getConfigurationFolder();
+
+    // The folder of the files that come with this software, such as its materials. The environment variable
+    // EDA_SHARE_DIR names it. Without that it is the first folder "share/eda" found beside the folder of the
+    // running program or beside one of the few folders above it, which serves installations and build trees
+    // alike. Empty when there is none.
+    static std::string getSharedFolder();
 };
 
 } // namespace FileSystem

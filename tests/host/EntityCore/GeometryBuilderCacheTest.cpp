@@ -39,6 +39,37 @@ TEST_F(GeometryBuilderCache, OwnersAndChildrenGetNoPartUnlessAsked) {
     EXPECT_EQ(builder.getPart(via), nullptr);
 }
 
+TEST_F(GeometryBuilderCache, ManyAtOnceAreBuiltAsEachAlone) {
+    Entity *const component = addComponent();
+    Entity *const socket = addComponent("Chip Socket", "Chip Sockets");
+    place(socket, 60, 10);
+    Entity *const plugged = add("Component", socket, "ComponentLink");
+    Entity *const via = add("Via", component, "Vias");
+    std::vector<Entity *> const all{component, plugged, socket, via};
+    EntityGUI::GeometryBuilder single;
+    for (Entity *entity : all)
+        ASSERT_NE(single.buildPart(entity), nullptr);
+    builder.buildParts(all);
+    for (Entity *entity : all) {
+        ASSERT_NE(builder.getPart(entity), nullptr);
+        Geometry::Bound const a = builder.getPart(entity)->getBound(), b = single.getPart(entity)->getBound();
+        EXPECT_EQ(a.getXLow(), b.getXLow());
+        EXPECT_EQ(a.getYHigh(), b.getYHigh());
+        EXPECT_EQ(a.getZLow(), b.getZLow());
+    }
+    EXPECT_EQ(builder.getPart(board), nullptr);
+}
+
+TEST_F(GeometryBuilderCache, OfManyAtOnceThoseWithoutShapeHaveNoPart) {
+    Entity *const component = addComponent(), *const flat = addComponent();
+    builder.buildPart(flat);
+    setLengths(flat, {{"Width", 0}});
+    builder.buildParts({nullptr, flat, chassis, component, component});
+    EXPECT_EQ(builder.getPart(flat), nullptr);
+    EXPECT_EQ(builder.getPart(chassis), nullptr);
+    EXPECT_NE(builder.getPart(component), nullptr);
+}
+
 TEST_F(GeometryBuilderCache, ChildrenAreBuiltThroughGroups) {
     Entity *const component = addComponent();
     Entity *const group = addGroup(component);

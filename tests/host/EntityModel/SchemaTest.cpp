@@ -103,6 +103,7 @@ const Accepted accepted[] = {
     {"Component", "Thermal Design Power", "250 mW"},
     {"Solid Obstruction", "Heat Dissipated", "250 mW"},
     {"Material", "Conductivity", ""},
+    {"Material", "Description", "where the values come from"},
     {"Component", "Utilisation", "100"},
     {"Via", "Number Of Vias", "3"},
     {"Via", "Plating Thickness", "35 micron"},

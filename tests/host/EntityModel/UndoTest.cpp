@@ -115,6 +115,7 @@ private:
 
     void resizeList(Entity &entity) {
         if (entity.getType() != PCB_Conductor_t) return createIn(entity);
+        const UndoStackOpener both("Resize and set");
         auto *const holes = static_cast<ListAttribute *>(entity.findAttribute(Outline_Holes_t));
         holes->resize(static_cast<int>(random_() % 4));
         EntityEditor::setValue(&entity, AttributePath("Hole 1"), "1,2 <mm>");

@@ -194,6 +194,16 @@ TEST(Units, LengthSpellingsCanBeListed) {
     }
 }
 
+TEST(Units, SpellingsOfEachQuantityCanBeListed) {
+    for (const char *label : {"Length", "Power", "Angle"}) {
+        const std::vector<std::string> all = Units::spellings(quantity(label));
+        EXPECT_FALSE(all.empty()) << label;
+        for (const std::string &spelling : all)
+            EXPECT_NE(Units::find(quantity(label), spelling), nullptr) << spelling;
+    }
+    EXPECT_EQ(Units::spellings(quantity("Length")), Units::lengthSpellings());
+}
+
 TEST(UnitConverter, ConvertsFromTheStandardUnit) {
     const UnitConverter &converter = UnitConverter::instance();
     EXPECT_EQ(converter.convertFromSI(Length_t, 0.0254, TypeRef("in")), 1.0);

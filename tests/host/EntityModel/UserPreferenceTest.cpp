@@ -52,6 +52,10 @@ private:
 
 } // namespace
 
+TEST_F(UserPreferences, FileStandsInTheConfigurationFolder) {
+    EXPECT_EQ(std::filesystem::u8path(UserPreference::fileName()), std::filesystem::path(file()));
+}
+
 TEST_F(UserPreferences, EntityIsMadeOnFirstUseAndReturnedUnchangedLater) {
     bool created = false;
     Entity *const idf = options("IDF", true, &created);

@@ -214,3 +214,66 @@ TEST(FFofstream, StreamThatCannotOpenDropsWhatItIsGiven) {
     EXPECT_FALSE(stream.close());
     EXPECT_NE(stream.error().find("none/a: "), std::string::npos);
 }
+
+TEST(AtomicFilePair, BothAppearTogether) {
+    const TempFolder folder;
+    folder.write("a", "old");
+    AtomicFile a(folder.path("a")), b(folder.path("b"));
+    a.stream() << "new a";
+    b.stream() << "new b";
+    EXPECT_TRUE(AtomicFile::commitBoth(a, b)) << a.error() << b.error();
+    EXPECT_EQ(folder.read("a"), "new a");
+    EXPECT_EQ(folder.read("b"), "new b");
+    EXPECT_EQ(folder.numEntries(), 2u);
+    EXPECT_FALSE(a.isOpen() || b.isOpen());
+}
+
+TEST(AtomicFilePair, NeitherAppearsWhenOneCannotBeMade) {
+    const TempFolder folder;
+    folder.write("a", "old");
+    AtomicFile a(folder.path("a")), b(folder.path("no/such/b"));
+    a.stream() << "new a";
+    EXPECT_FALSE(AtomicFile::commitBoth(a, b));
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.numEntries(), 1u);
+    EXPECT_EQ(a.error(), "");
+    EXPECT_NE(b.error(), "");
+    EXPECT_FALSE(a.isOpen());
+}
+
+// The second target turns into something that cannot be replaced while the files are written.
+TEST(AtomicFilePair, TheFirstComesBackWhenTheSecondCannotBeRenamed) {
+    const TempFolder folder;
+    folder.write("a", "old");
+    for (const char *first : {"a", "c"}) {
+        AtomicFile a(folder.path(first)), b(folder.path("b"));
+        a.stream() << "new a";
+        fs::create_directories(folder.path("b/inside"));
+        EXPECT_FALSE(AtomicFile::commitBoth(a, b));
+        EXPECT_NE(b.error(), "");
+        fs::remove_all(folder.path("b"));
+    }
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.read("c"), "<missing>");
+    EXPECT_EQ(folder.numEntries(), 1u);
+}
+
+TEST(FFofstreamPair, NeitherAppearsWhenAWriteFailed) {
+    const TempFolder folder;
+    FFofstream a(folder.path("a")), b(folder.path("b"));
+    a << "a";
+    b.setstate(std::ios::badbit);
+    EXPECT_FALSE(FFofstream::closeBoth(a, b));
+    EXPECT_TRUE(a.fail() && b.fail());
+    EXPECT_EQ(folder.numEntries(), 0u);
+}
+
+TEST(FFofstreamPair, BothAppearTogether) {
+    const TempFolder folder;
+    FFofstream a(folder.path("a")), b(folder.path("b"));
+    a << "a";
+    EXPECT_TRUE(FFofstream::closeBoth(a, b));
+    EXPECT_EQ(folder.read("a"), "a");
+    EXPECT_EQ(folder.read("b"), "");
+    EXPECT_FALSE(FFofstream::closeBoth(a, b));
+}

@@ -1,11 +1,9 @@
 // Search of materials by name.
-#include "import/MaterialIndex.h"
+#include "host/EntityModel/MaterialIndex.h"
 
 #include "host/EntityModel/Entity.h"
 
-namespace EDA {
-
-using namespace EntityModel;
+namespace EntityModel {
 
 Entity *MaterialIndex::find(const EntityList &list, const std::string &name) {
     if (&list != list_ || list.size() < numKnown_) reset();
@@ -39,4 +37,4 @@ Entity *MaterialIndex::findKnown(const EntityList &list, const std::string &name
     return material && material->getName(itsName) == name ? material : nullptr;
 }
 
-} // namespace EDA
+} // namespace EntityModel

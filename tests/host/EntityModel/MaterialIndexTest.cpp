@@ -1,10 +1,10 @@
 // Search of materials by name.
-#include "import/MaterialIndex.h"
-#include "support/ImportBench.h"
+#include "host/EntityModel/MaterialIndex.h"
+#include "ModelSupport.h"
 
 #include <gtest/gtest.h>
 
-using namespace TestSupport;
+using namespace EntityModel;
 
 namespace {
 
@@ -19,7 +19,7 @@ struct MaterialIndexTest : testing::Test {
     }
 
     Model model{Velkin_Solver_Project_t};
-    EDA::MaterialIndex index;
+    EntityModel::MaterialIndex index;
 };
 
 } // namespace
