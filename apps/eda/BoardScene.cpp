@@ -5,6 +5,7 @@
 #include "LabelPlace.h"
 #include "Printable.h"
 #include "SceneFrame.h"
+#include "SceneStyles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,107 +13,6 @@
 namespace EDATool {
 
 namespace {
-
-constexpr Colour paper{250, 251, 252, 255};
-constexpr Colour boardFill{47, 110, 84, 255};
-constexpr Colour boardEdge{21, 58, 43, 255};
-constexpr Colour copper{222, 184, 92, 255};
-constexpr Colour bareRim{16, 44, 33, 255};
-constexpr Colour partFill{38, 44, 52, 228};
-constexpr Colour partEdge{176, 187, 198, 255};
-constexpr Colour partText{240, 243, 246, 255};
-constexpr Colour mechanicalFill{171, 181, 191, 215};
-constexpr Colour mechanicalEdge{238, 241, 244, 255};
-constexpr Colour mechanicalText{24, 30, 37, 255};
-constexpr Colour unknownMark{255, 255, 255, 255};
-
-struct KeepoutLook {
-    KeepoutKind kind;
-    const char *label;
-    Colour colour;
-    double hatchAngle;
-};
-
-constexpr KeepoutLook keepoutLooks[] = {
-    {KeepoutKind::Components, "Component keepout", {255, 112, 96, 255}, 45.0},
-    {KeepoutKind::Vias, "Via keepout", {122, 205, 255, 255}, -45.0},
-    {KeepoutKind::Routing, "Routing keepout", {255, 214, 102, 255}, 90.0},
-    {KeepoutKind::Other, "Other keepout", {235, 235, 235, 255}, 0.0},
-};
-
-Colour faded(Colour colour, int alpha) {
-    colour.alpha = static_cast<std::uint8_t>(alpha);
-    return colour;
-}
-
-Style filled(const Colour &fill, const Colour &stroke, double strokeWidth) {
-    Style style;
-    style.fill = fill;
-    style.stroke = stroke;
-    style.strokeWidth = strokeWidth;
-    return style;
-}
-
-Style keepoutStyle(const KeepoutLook &look, double u) {
-    Style style = filled(faded(look.colour, 34), faded(look.colour, 230), 1.5 * u);
-    style.dashed = true;
-    style.hatch = faded(look.colour, 150);
-    style.hatchSpacing = 9 * u;
-    style.hatchAngle = look.hatchAngle;
-    return style;
-}
-
-Style partStyle(bool isMechanical, double u) {
-    return isMechanical ? filled(mechanicalFill, mechanicalEdge, 1.2 * u)
-                        : filled(partFill, partEdge, 1.0 * u);
-}
-
-Style markStyle(double u) {
-    Style style;
-    style.stroke = unknownMark;
-    style.strokeWidth = 1.6 * u;
-    return style;
-}
-
-// Copper stands around a plated hole; how wide, no design says.
-Style holeStyle(bool isPlated, double diameter, double u) {
-    const double ring = isPlated ? std::clamp(0.25 * diameter, 0.9 * u, 3.2 * u) : 1.2 * u;
-    return filled(paper, isPlated ? copper : bareRim, ring);
-}
-
-template <class Items, class Test> bool anyOf(const Items &items, Test test) {
-    return std::any_of(items.begin(), items.end(), test);
-}
-
-std::vector<LegendEntry> makeLegend(const BoardView &view, double u) {
-    using Swatch = LegendEntry::Swatch;
-    std::vector<LegendEntry> legend;
-    const auto isMechanical = [](const PartView &part) { return part.isMechanical && !part.body.empty(); };
-    const auto isElectrical = [](const PartView &part) { return !part.isMechanical && !part.body.empty(); };
-    if (anyOf(view.parts, isElectrical)) legend.push_back({"Component", partStyle(false, u), Swatch::Box});
-    if (anyOf(view.parts, isMechanical))
-        legend.push_back({"Mechanical part", partStyle(true, u), Swatch::Box});
-    if (anyOf(view.parts, [](const PartView &part) { return part.body.empty(); })) {
-        Style style = markStyle(u);
-        style.stroke = boardEdge;
-        legend.push_back({"Part without a shape", style, Swatch::Cross});
-    }
-    if (anyOf(view.holes, [](const HoleView &hole) { return hole.isPlated; })) {
-        legend.push_back({"Plated hole", holeStyle(true, 13 * u, u), Swatch::Circle});
-    }
-    if (anyOf(view.holes, [](const HoleView &hole) { return !hole.isPlated; })) {
-        legend.push_back({"Unplated hole", holeStyle(false, 13 * u, u), Swatch::Circle});
-    }
-    for (const KeepoutLook &look : keepoutLooks) {
-        if (!anyOf(view.keepouts, [&look](const KeepoutView &keepout) { return keepout.kind == look.kind; }))
-            continue;
-        Style style = keepoutStyle(look, u);
-        style.fill = boardFill; // as it looks on the board
-        style.hatchSpacing = 6 * u;
-        legend.push_back({look.label, style, Swatch::Box});
-    }
-    return legend;
-}
 
 // The part of a box within a limit.
 Box common(const Box &box, const Box &limit) {
@@ -140,6 +40,10 @@ Box shownBox(const BoardView &view) {
         box.add(part.at);
         shown.add(common(box, limit));
     }
+    for (const Path &bump : view.bumps)
+        shown.add(common(boundOf(bump), limit));
+    for (const WireView &wire : view.wires)
+        shown.add(common(boundOf(wire.path), limit));
     return shown;
 }
 
@@ -162,45 +66,39 @@ void drawDesignator(Picture &picture, const std::string &text, const Box &box, c
                     style);
 }
 
-void drawMark(Picture &picture, const Point &at, const std::string &text, double u) {
-    picture.add(crossPath(at, 6 * u), markStyle(u));
+void drawMark(Picture &picture, const Point &at, const std::string &text, const Style &style, double u) {
+    picture.add(crossPath(at, 6 * u), style);
     if (text.empty()) return;
-    TextStyle style;
-    style.colour = unknownMark;
-    style.size = 12 * u;
-    picture.addText(text, {at.x + 9 * u, at.y + 4.5 * u}, style);
+    TextStyle label;
+    label.colour = style.stroke;
+    label.size = 12 * u;
+    picture.addText(text, {at.x + 9 * u, at.y + 4.5 * u}, label);
 }
 
 class Painter {
 public:
-    Painter(Picture &picture, const SceneFrame &frame) : picture_(picture), frame_(frame) {}
+    Painter(Picture &picture, const SceneFrame &frame, const SceneStyles &styles)
+        : picture_(picture), frame_(frame), styles_(styles) {}
 
-    void drawEdge(const BoardView &view) {
-        picture_.add(frame_.toPixels.apply(view.edge), filled(boardFill, boardEdge, 2.0 * frame_.unit));
-    }
+    void drawEdge(const BoardView &view) { picture_.add(frame_.toPixels.apply(view.edge), styles_.board()); }
 
     void drawKeepouts(const BoardView &view) {
-        for (const KeepoutView &keepout : view.keepouts) {
-            for (const KeepoutLook &look : keepoutLooks) {
-                if (look.kind != keepout.kind) continue;
-                picture_.add(frame_.toPixels.apply(keepout.path), keepoutStyle(look, frame_.unit));
-            }
-        }
+        if (!styles_.showsKeepouts()) return;
+        for (const KeepoutView &keepout : view.keepouts)
+            picture_.add(frame_.toPixels.apply(keepout.path), styles_.keepout(keepout.kind));
     }
 
     // Once more above the keepouts: what is kept out of a cut-out is nobody's question.
     void drawCutOuts(const BoardView &view) {
-        for (const Path &cutOut : view.cutOuts) {
-            picture_.add(frame_.toPixels.apply(cutOut), filled(paper, boardEdge, 2.0 * frame_.unit));
-        }
+        for (const Path &cutOut : view.cutOuts)
+            picture_.add(frame_.toPixels.apply(cutOut), styles_.cutOut());
     }
 
     void drawHoles(const BoardView &view) {
         for (const HoleView &hole : view.holes) {
             Path path = frame_.toPixels.apply(hole.path);
             const Box box = boundOf(path);
-            picture_.add(std::move(path),
-                         holeStyle(hole.isPlated, std::min(box.width(), box.height()), frame_.unit));
+            picture_.add(std::move(path), styles_.hole(hole.isPlated, std::min(box.width(), box.height())));
         }
     }
 
@@ -210,18 +108,26 @@ public:
             const PartView *part;
             Path body;
             Box box;
+            double size;
         };
         std::vector<Placed> placed;
+        placed.reserve(view.parts.size());
         for (const PartView &part : view.parts) {
             Path body = frame_.toPixels.apply(part.body);
             const Box box = boundOf(body);
-            placed.push_back({&part, std::move(body), box});
+            placed.push_back({&part, std::move(body), box, box.width() * box.height()});
         }
-        std::stable_sort(placed.begin(), placed.end(), [](const Placed &a, const Placed &b) {
-            return a.box.width() * a.box.height() > b.box.width() * b.box.height();
-        });
+        std::stable_sort(placed.begin(), placed.end(),
+                         [](const Placed &a, const Placed &b) { return a.size > b.size; });
         for (Placed &item : placed)
             drawPart(*item.part, std::move(item.body), item.box);
+    }
+
+    void drawBumpsAndWires(const BoardView &view) {
+        for (const Path &bump : view.bumps)
+            picture_.add(frame_.toPixels.apply(bump), styles_.bump());
+        for (const WireView &wire : view.wires)
+            picture_.add(frame_.toPixels.apply(wire.path), styles_.wire(wire.diameter * frame_.scale));
     }
 
 private:
@@ -229,40 +135,53 @@ private:
         const std::string text = shortened(part.designator, 24);
         if (body.empty()) {
             const Point at = frame_.toPixels.apply(part.at);
-            if (std::isfinite(at.x) && std::isfinite(at.y)) drawMark(picture_, at, text, frame_.unit);
+            if (std::isfinite(at.x) && std::isfinite(at.y))
+                drawMark(picture_, at, text, styles_.mark(), frame_.unit);
             return;
         }
-        const Box room = text.empty() ? box : roomForLabel(body);
-        picture_.add(std::move(body), partStyle(part.isMechanical, frame_.unit));
-        if (text.empty()) return;
-        drawDesignator(picture_, text, room, part.isMechanical ? mechanicalText : partText, frame_.unit);
+        const bool isInside = !text.empty() && part.labelPlace == LabelPlace::Inside;
+        const Box room = isInside ? roomForLabel(body) : box;
+        picture_.add(std::move(body), styles_.part(part));
+        if (isInside) drawDesignator(picture_, text, room, styles_.label(part), frame_.unit);
+        if (!text.empty() && part.labelPlace == LabelPlace::Above) drawAbove(text, box);
+    }
+
+    void drawAbove(const std::string &text, const Box &box) {
+        TextStyle style;
+        style.colour = styles_.mark().stroke;
+        style.anchor = TextStyle::Anchor::Middle;
+        style.size = 14 * frame_.unit;
+        picture_.addText(text, {box.centre().x, box.low.y - 4 * frame_.unit}, style);
     }
 
     Picture &picture_;
     const SceneFrame &frame_;
+    const SceneStyles &styles_;
 };
 
 } // namespace
 
-Picture drawBoard(const BoardView &view, int width) {
+Picture drawBoard(const BoardView &view, int width, Colouring colouring) {
     const Box shown = shownBox(view);
     if (shown.isEmpty() || !std::isfinite(shown.width()) || !std::isfinite(shown.height())) {
         throw DesignFailure("the design has nothing to draw");
     }
-    const std::vector<LegendEntry> legend = makeLegend(view, makeFrame(shown, view.side, width, {}).unit);
-    const SceneFrame frame = makeFrame(shown, view.side, width, legend);
-    Picture picture(frame.width, frame.height, paper);
-    Painter painter(picture, frame);
+    const SceneStyles styles(view, colouring, sceneUnit(width));
+    const std::vector<LegendEntry> legend = styles.legend(view);
+    const SceneFrame frame = makeFrame(shown, view.side, width, legend, styles.showsPower());
+    Picture picture(frame.width, frame.height, SceneStyles::paper());
+    Painter painter(picture, frame, styles);
     painter.drawEdge(view);
     painter.drawKeepouts(view);
     painter.drawCutOuts(view);
     painter.drawHoles(view);
     painter.drawParts(view);
+    painter.drawBumpsAndWires(view);
     Box clip = frame.drawing; // with room for lines that lie on its border
     clip.low = {clip.low.x - 4 * frame.unit, clip.low.y - 4 * frame.unit};
     clip.high = {clip.high.x + 4 * frame.unit, clip.high.y + 4 * frame.unit};
     picture.clipUntilHere(clip);
-    drawFrame(picture, frame, view, legend);
+    drawFrame(picture, frame, view, legend, styles);
     return picture;
 }
 

@@ -3,6 +3,7 @@
 
 #include "BoardView.h"
 #include "Picture.h"
+#include "PowerScale.h"
 
 namespace EDATool {
 
@@ -14,6 +15,6 @@ constexpr int defaultWidth = 1600;
 
 // The picture of a view, `width` pixels wide; its height follows from the board's. Throws DesignFailure where
 // there is nothing to draw.
-Picture drawBoard(const BoardView &view, int width);
+Picture drawBoard(const BoardView &view, int width, Colouring colouring = Colouring::Kind);
 
 } // namespace EDATool

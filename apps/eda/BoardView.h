@@ -25,11 +25,40 @@ struct KeepoutView {
     KeepoutKind kind = KeepoutKind::Other;
 };
 
+enum class PartKind {
+    Component,
+    Mechanical,
+    Socket,
+    Container, // a component that stands as the solids in it: only its box is shown
+    Solid      // of a package, or of a component made of solids
+};
+
+// Where a part's designator stands. What is in a part would cover one inside.
+enum class LabelPlace { Inside, Above, Nowhere };
+
 struct PartView {
     Path body; // empty where the part has no shape
     Point at;  // its location
     std::string designator;
-    bool isMechanical = false;
+    LabelPlace labelPlace = LabelPlace::Inside;
+    PartKind kind = PartKind::Component;
+    bool isFiltered = false; // in the model, but not in the calculation
+    double power = 0.0;      // what it dissipates itself, without what is in it, in watts
+    double density = 0.0;    // of that power over the body, in W/cm^2; 0 where the body has no area
+};
+
+struct WireView {
+    Path path;
+    double diameter = 0.0;
+};
+
+// Of all parts that are not filtered. The greatest are those of both sides, so that the pictures of both can
+// have one scale.
+struct PowerTotals {
+    double shownSide = 0.0; // watts
+    double board = 0.0;
+    double greatest = 0.0;
+    double greatestDensity = 0.0; // W/cm^2
 };
 
 // Lengths in `unit`, x to the right and y up, as seen from the top. Only what is on the side shown.
@@ -44,13 +73,22 @@ struct BoardView {
     std::vector<HoleView> holes;
     std::vector<KeepoutView> keepouts;
     std::vector<PartView> parts;
+    std::vector<Path> bumps;
+    std::vector<WireView> wires;
     std::size_t numUnplaced = 0; // parts on this side without a place on the board yet; not among `parts`
+    PowerTotals power;
 };
 
 BoardView viewOfDesign(const Design &design, Side side);
+BoardView viewOfBoard(const EDA::EDABoard &board, Side side);
 
-// The board of a model with its holes, vias and keepouts.
+// The board of a model with all that is on it. Where parts stand is asked of the code that builds their solid
+// geometry. Of a substrate it shows the solids and wirebonds of its package too, which are its siblings. A
+// board that is plugged into a socket of this one is not shown: it is a board of its own.
 BoardView viewOfModel(const EntityModel::Entity &board, Side side);
+
+// Sums up the power of a part, and shows the part if it is on the side shown. The view's unit must be set.
+void addPart(BoardView &view, PartView part, Side side);
 
 // The box of all that is shown.
 Box boundOf(const BoardView &view);

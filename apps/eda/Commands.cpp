@@ -4,7 +4,8 @@
 namespace EDATool {
 
 const std::vector<CommandDef> &commands() {
-    static const std::vector<CommandDef> table = {infoCommand(), importCommand(), renderCommand()};
+    static const std::vector<CommandDef> table = {infoCommand(),    importCommand(),  exportCommand(),
+                                                  convertCommand(), optionsCommand(), renderCommand()};
     return table;
 }
 

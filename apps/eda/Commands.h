@@ -10,6 +10,9 @@ namespace EDATool {
 
 CommandDef infoCommand();
 CommandDef importCommand();
+CommandDef convertCommand();
+CommandDef exportCommand();
+CommandDef optionsCommand();
 CommandDef renderCommand();
 
 // In the order in which the help lists them.

@@ -21,32 +21,33 @@ double componentScale(const EDA::EDAComponent &component, const EntityModel::Uni
     return EntityModel::Units::convert(1.0, *own, *boardUnit);
 }
 
-// A part on the bottom is mirrored about its own y axis first, then turned, as its angle is told from the
-// top.
+// A part on the bottom is mirrored about its own y axis first, then turned. Its angle is told as it is seen,
+// from below, so that seen from the top it turns clockwise.
 Similarity placeOf(const EDA::EDAComponentPlacement &placement, double scale) {
     Similarity place = Similarity::scaling(scale);
     if (!placement.isOnBoardTop()) place = then(place, Similarity::mirrorX());
-    const double angle = placement.getAngle(false);
+    const double angle = placement.getAngle(true);
     if (std::isfinite(angle)) place = then(place, Similarity::turn(angle));
     return then(place, Similarity::move(placement.getXLocation(), placement.getYLocation()));
 }
 
 void addParts(const EDA::EDABoard &board, const EntityModel::Unit *unit, BoardView &view) {
     for (auto placement = board.beginPlacements(); placement != board.endPlacements(); ++placement) {
-        if (placement->isOnBoardTop() != (view.side == Side::Top)) continue;
+        const Side side = placement->isOnBoardTop() ? Side::Top : Side::Bottom;
         if (!placement->isPlaced()) {
-            ++view.numUnplaced;
+            view.numUnplaced += side == view.side ? 1 : 0;
             continue;
         }
         PartView part;
         part.at = {placement->getXLocation(), placement->getYLocation()};
         part.designator = placement->getReferenceDesignator();
         if (const EDA::EDAComponent *component = board.findComponent(*placement)) {
-            part.isMechanical = !component->isElectrical();
+            part.kind = component->isElectrical() ? PartKind::Component : PartKind::Mechanical;
+            part.power = 1e-3 * component->getPower();
             part.body =
                 placeOf(*placement, componentScale(*component, unit)).apply(pathOf(component->getOutline()));
         }
-        view.parts.push_back(std::move(part));
+        addPart(view, std::move(part), side);
     }
 }
 
@@ -87,8 +88,9 @@ void addKeepouts(const EDA::EDABoard &board, BoardView &view) {
 
 } // namespace
 
-BoardView viewOfDesign(const Design &design, Side side) {
-    const EDA::EDABoard &board = design.board();
+BoardView viewOfDesign(const Design &design, Side side) { return viewOfBoard(design.board(), side); }
+
+BoardView viewOfBoard(const EDA::EDABoard &board, Side side) {
     const EntityModel::Unit *unit = lengthUnit(board.getUnits());
     BoardView view;
     view.name = board.getName();
@@ -105,19 +107,6 @@ BoardView viewOfDesign(const Design &design, Side side) {
     addKeepouts(board, view);
     addParts(board, unit, view);
     return view;
-}
-
-Box boundOf(const BoardView &view) {
-    Box box = view.edgeBound;
-    for (const HoleView &hole : view.holes)
-        box.add(boundOf(hole.path));
-    for (const KeepoutView &keepout : view.keepouts)
-        box.add(boundOf(keepout.path));
-    for (const PartView &part : view.parts) {
-        box.add(part.at);
-        box.add(boundOf(part.body));
-    }
-    return box;
 }
 
 } // namespace EDATool

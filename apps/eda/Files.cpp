@@ -25,13 +25,6 @@ constexpr std::size_t headSize = 64 * 1024;
     throw DesignFailure(inQuotes(file) + ": " + reason);
 }
 
-// AtomicFile's errors start with the name of the file, which may hold anything.
-[[noreturn]] void failToWrite(const std::string &file, const std::string &error) {
-    const std::string prefix = file + ": ";
-    const bool hasPrefix = error.compare(0, prefix.size(), prefix) == 0;
-    fail(file, "cannot be written: " + printable(hasPrefix ? error.substr(prefix.size()) : error));
-}
-
 void checkRegular(const std::string &file) {
     std::error_code error;
     const std::filesystem::path path = FileSystem::toNative(file);
@@ -82,6 +75,13 @@ std::string findIgnoringCase(const std::string &file) {
         if (EDA::equalsIgnoreCase(name, wanted)) return before + name;
     }
     return std::string();
+}
+
+// The error starts with the name of the file, which may hold anything.
+void failToWrite(const std::string &file, const std::string &error) {
+    const std::string prefix = file + ": ";
+    const bool hasPrefix = error.compare(0, prefix.size(), prefix) == 0;
+    fail(file, "cannot be written: " + printable(hasPrefix ? error.substr(prefix.size()) : error));
 }
 
 void checkWritable(const std::string &file) {

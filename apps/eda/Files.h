@@ -20,6 +20,9 @@ std::string lowerExtension(const std::string &file);
 // none.
 std::string findIgnoringCase(const std::string &file);
 
+// Throws DesignFailure with the file's name and an error text of AtomicFile or FFofstream.
+[[noreturn]] void failToWrite(const std::string &file, const std::string &error);
+
 // Throws DesignFailure when the file cannot be written, before long work is done for it.
 void checkWritable(const std::string &file);
 

@@ -5,6 +5,7 @@
 #include "Failure.h"
 #include "Files.h"
 #include "Printable.h"
+#include "text/Text.h"
 
 #include <algorithm>
 
@@ -33,10 +34,29 @@ const FormatDef &formatOf(const std::string &file) {
 
 const std::vector<FormatDef> &formats() {
     static const std::vector<FormatDef> table = {
-        {"IDF", {".emn", ".emp", ".brd", ".lib", ".bdf", ".ldf", ".idf"}, looksLikeIdf, readIdfDesign},
-        {nullptr, {".json"}, looksLikeJson, nullptr},
+        {"IDF",
+         {".emn", ".emp", ".brd", ".lib", ".bdf", ".ldf", ".idf"},
+         looksLikeIdf,
+         readIdfDesign,
+         makeIdfReader},
+        {nullptr, {".json"}, looksLikeJson, nullptr, nullptr},
     };
     return table;
+}
+
+const FormatDef &findFormat(const std::string &name) {
+    for (const FormatDef &format : formats()) {
+        if (format.name != nullptr && EDA::equalsIgnoreCase(format.name, name)) return format;
+    }
+    throw UsageFailure("there is no format " + inQuotes(name) + "; the formats are: " + formatNames());
+}
+
+std::string formatNames() {
+    std::string names;
+    for (const FormatDef &format : formats()) {
+        if (format.name != nullptr) names += (names.empty() ? "" : ", ") + std::string(format.name);
+    }
+    return names;
 }
 
 bool isModelFile(const std::string &file) { return formatOf(file).name == nullptr; }

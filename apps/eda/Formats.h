@@ -3,6 +3,7 @@
 
 #include "Design.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,13 +16,22 @@ struct FormatDef {
     bool (*recognise)(
         std::string_view head); // by the first bytes of a file, without byte order mark and NULs
     void (*read)(const std::vector<std::string> &files, Design &design);
+    std::unique_ptr<EDA::EDAReader> (
+        *makeReader)(); // a reader with nothing read; null in the row of model files
 };
 
 // In the order in which they are tried.
 const std::vector<FormatDef> &formats();
 
+// The format of a design by its name, in any case. Throws UsageFailure naming all formats.
+const FormatDef &findFormat(const std::string &name);
+
+// The names of all formats of designs, for messages.
+std::string formatNames();
+
 // IDF: see IdfDesign.cpp.
 bool looksLikeIdf(std::string_view head);
 void readIdfDesign(const std::vector<std::string> &files, Design &design);
+std::unique_ptr<EDA::EDAReader> makeIdfReader();
 
 } // namespace EDATool

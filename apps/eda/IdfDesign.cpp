@@ -69,6 +69,8 @@ bool looksLikeIdf(std::string_view head) {
     return false;
 }
 
+std::unique_ptr<EDA::EDAReader> makeIdfReader() { return std::make_unique<EDA::IDFReader>(); }
+
 void readIdfDesign(const std::vector<std::string> &files, Design &design) {
     auto reader = std::make_unique<EDA::IDFReader>();
     std::string boardFile;

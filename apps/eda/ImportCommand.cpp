@@ -6,18 +6,16 @@
 #include "Entities.h"
 #include "Failure.h"
 #include "Files.h"
-#include "host/EntityModel/EntityEditor.h"
-#include "host/EntityModel/ModelFile.h"
 #include "host/EntityModel/Types.h"
-#include "host/EntityModel/Undo.h"
 #include "host/EntityModel/Units.h"
-#include "host/FileSystem/File.h"
 #include "host/Profiling/TraceRecorder.h"
-#include "import/EDAImporter.h"
 #include "ImportOptions.h"
+#include "ImportRun.h"
 #include "Printable.h"
+#include "PropertyWarnings.h"
 #include "readers/BoardUnits.h"
 #include "Report.h"
+#include "TypeMap.h"
 
 #include <chrono>
 #include <sstream>
@@ -27,19 +25,6 @@ namespace EDATool {
 using namespace EntityModel;
 
 namespace {
-
-// What one run of the command is about.
-struct Target {
-    std::unique_ptr<Model> model;
-    Entity *board = nullptr; // the board to import over; null makes a new one
-};
-
-struct Outcome {
-    bool wasCancelled = false;
-    bool isSaved = false;
-    std::string messages; // the importer's, a line each
-    double seconds = 0.0;
-};
 
 std::string spellingList() {
     std::string list;
@@ -62,13 +47,18 @@ void checkArguments(const Arguments &arguments) {
     if (kind != "PCB" && kind != "Component") {
         throw UsageFailure("--as " + inQuotes(kind) + " is unknown; it takes PCB or Component");
     }
+    if (arguments.has("--library") && arguments.has("--no-library"))
+        throw UsageFailure("--library names a library and --no-library wants none");
 }
 
 // Neither output may take the place of what it is made from.
-void checkOutputs(const Arguments &arguments, const Design &design) {
+void checkOutputs(const Arguments &arguments, const Design &design, const Libraries &libraries) {
+    std::vector<std::string> inputs = libraries.files();
+    inputs.insert(inputs.end(), design.files.begin(), design.files.end());
+    if (arguments.has("--type-map")) inputs.push_back(arguments.value("--type-map"));
     for (const char *option : {"--output", "--trace"}) {
         if (!arguments.has(option)) continue;
-        for (const std::string &file : design.files) {
+        for (const std::string &file : inputs) {
             if (isSameFile(arguments.value(option), file)) {
                 throw UsageFailure(inQuotes(file) + " is read, so " + option + " cannot write over it");
             }
@@ -101,22 +91,7 @@ void settleUnits(Design &design, const std::string &units) {
         spellingList());
 }
 
-Target openTarget(const Arguments &arguments) {
-    Target target;
-    if (arguments.has("--into")) {
-        const std::string file = arguments.value("--into");
-        target.model = loadModel(file);
-        target.board = findBoard(*target.model, file, arguments.value("--board"));
-    } else {
-        const UndoStackDisabler noUndo;
-        target.model = std::make_unique<Model>(Velkin_Solver_Project_t);
-        EntityEditor::createEntity(Chassis_t, target.model->root(), AttributePath(Chassis_t), nullptr, true,
-                                   true, false, "Chassis");
-    }
-    return target;
-}
-
-std::unique_ptr<Model> optionsOf(const Arguments &arguments, const Target &target, Design &design) {
+std::unique_ptr<Model> optionsOf(const Arguments &arguments, const ImportTarget &target, Design &design) {
     std::vector<std::string> changes;
     // A board that is there already stays what it is.
     if (target.board != nullptr) {
@@ -129,28 +104,6 @@ std::unique_ptr<Model> optionsOf(const Arguments &arguments, const Target &targe
     return makeImportOptions(*design.reader, changes);
 }
 
-void runImporter(Design &design, Target &target, Entity *options, Outcome &outcome) {
-    ConsoleProgress progress;
-    EDA::EDAImporter importer(nullptr, std::string(), std::string());
-    importer.setImportOptions(options, design.board());
-    Entity *const board =
-        importer.importBoard(design.reader.get(), target.board, target.model->root(), &progress);
-    outcome.wasCancelled = progress.wasCancelled();
-    outcome.messages = joinedLines(messageLines(importer.getErrorString()));
-    if (board == nullptr && !outcome.wasCancelled) {
-        throw DesignFailure(inQuotes(design.files.front()) + ": no board could be made" +
-                            (outcome.messages.empty() ? "" : ": " + outcome.messages));
-    }
-}
-
-// A cancelled import keeps what was done so far, but not in the place of a model that was whole.
-void saveModel(const Model &model, const std::string &file, Outcome &outcome) {
-    if (outcome.wasCancelled && FileSystem::File::exists(file)) return;
-    std::string error;
-    if (!ModelFile::save(model, file, error)) throw DesignFailure(printable(error));
-    outcome.isSaved = true;
-}
-
 void writeTrace(const Profiling::TraceRecorder &recorder, const std::string &file) {
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
@@ -158,41 +111,7 @@ void writeTrace(const Profiling::TraceRecorder &recorder, const std::string &fil
     writeWhole(file, stream.str());
 }
 
-// What was read and has no entities yet, so that nobody takes the model for more than it is.
-std::string leftOutLine(const EDA::EDABoard &board) {
-    const std::pair<std::size_t, const char *> kinds[] = {{board.numComponentPlacements(), "placements"},
-                                                          {board.numVias(1), "drilled holes and vias"},
-                                                          {board.numBumps(1), "bumps"},
-                                                          {board.numWirebonds(), "wirebonds"},
-                                                          {board.numLayers(), "layers"}};
-    std::string list;
-    for (const auto &[count, name] : kinds) {
-        if (count > 0) list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + name;
-    }
-    if (list.empty()) return list;
-    return "\nNot in the model, since this version imports the board, its cut-outs and its keepouts: " + list + "\n";
-}
-
-void printSummary(const Arguments &arguments, const Design &design, const EntityCounts &counts,
-                  const Outcome &outcome) {
-    if (arguments.has("--json")) {
-        JsonReport report;
-        report.addDesign(design);
-        report.addText("messages", joinedLines(design.warnings));
-        report.addEntities(counts);
-        report.addText("importMessages", outcome.messages);
-        print(report.finish());
-        return;
-    }
-    print("Read:\n" + designTable(design) + "\nEntities by type:\n" + entityTable(counts) +
-          leftOutLine(design.board()));
-    if (outcome.isSaved) {
-        print("\nModel saved as " + shortened(arguments.value("--output"), 300) + " after " +
-              shortNumber(outcome.seconds, 3) + " s\n");
-    }
-}
-
-int conclude(const Arguments &arguments, const Outcome &outcome) {
+int conclude(const Arguments &arguments, const ImportOutcome &outcome) {
     for (const std::string &line : messageLines(outcome.messages))
         printWarning(line);
     if (!outcome.wasCancelled) return static_cast<int>(Status::Done);
@@ -200,6 +119,18 @@ int conclude(const Arguments &arguments, const Outcome &outcome) {
     throw Failure(Status::Cancelled, outcome.isSaved
                                          ? "cancelled; " + file + " holds what was imported until then"
                                          : "cancelled; " + file + " was left as it was");
+}
+
+// What the import would pass over in silence, told before it starts.
+void addWarnings(const Arguments &arguments, Design &design) {
+    if (!preferencesTrouble().empty()) design.warnings.push_back(preferencesTrouble());
+    if (arguments.has("--type-map")) {
+        checkTypeMap(arguments.value("--type-map"), design.warnings);
+    } else if (Libraries::shippedTypeMap().empty()) {
+        design.warnings.push_back(
+            "the type map that comes with eda is missing, so designators tell no types");
+    }
+    addPropertyWarnings(design.board(), design.warnings);
 }
 
 int run(const Arguments &arguments) {
@@ -211,19 +142,22 @@ int run(const Arguments &arguments) {
     stopIfInterrupted();
     if (!design.hasBoard)
         throw DesignFailure(inQuotes(design.files.front()) + ": is a library; its board file is missing");
-    checkOutputs(arguments, design);
+    Libraries libraries(arguments, design.warnings);
+    checkOutputs(arguments, design, libraries);
     settleUnits(design, arguments.value("--units"));
-    Target target = openTarget(arguments);
+    ImportTarget target = openTarget(arguments);
     const std::unique_ptr<Model> options = optionsOf(arguments, target, design);
+    addWarnings(arguments, design);
     printWarnings(design);
 
-    Outcome outcome;
-    runImporter(design, target, options->root(), outcome);
-    saveModel(*target.model, arguments.value("--output"), outcome);
+    ImportOutcome outcome = runImport({arguments, libraries, *options}, design, target);
+    saveImport(target, arguments.value("--output"), outcome);
     recorder.stop();
     if (arguments.has("--trace")) writeTrace(recorder, arguments.value("--trace"));
     outcome.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    printSummary(arguments, design, countEntities(*target.model), outcome);
+    const EntityCounts counts = countEntities(*target.model);
+    print(arguments.has("--json") ? importJson(design, counts, outcome)
+                                  : importText(design, counts, outcome, arguments.value("--output")));
     return conclude(arguments, outcome);
 }
 
@@ -235,7 +169,8 @@ CommandDef importCommand() {
         "FILE... -o MODEL.json",
         "Imports a design and saves the model",
         "Reads a design, imports its board into a model, saves the model and prints a summary: what was\n"
-        "read, entities by type, the messages, and where the model went. An IDF board file finds its\n"
+        "read, entities by type, what became of the parts, and where the model went. An IDF board file finds "
+        "its\n"
         "library file by itself. Ctrl-C stops the import; the model then holds what was done so far, but\n"
         "never replaces a file that was there before.\n",
         {{"--output", 'o', "MODEL.json", false, "Where the model goes. It appears whole or not at all."},
@@ -246,6 +181,12 @@ CommandDef importCommand() {
          {"--option", 0, "\"Label=value\"", true,
           "Sets an import option for this run, for example\n\"Import Via Keepouts=No\" or \"Min Height=2 "
           "mm\"."},
+         {"--type-map", 0, "FILE", false,
+          "Tells the type of a component by the prefix of its designators:\na text with lines of "
+          "prefix,type."},
+         {"--library", 0, "DIR", false,
+          "A folder with components that replace those of the design, and\nwith materials."},
+         {"--no-library", 0, nullptr, false, "Uses no library at all, nor the materials that come with eda."},
          {"--units", 0, "UNIT", false, "The unit of lengths where the files name none, or an unknown one."},
          {"--json", 0, nullptr, false, "Prints the summary as one JSON object for programs."},
          {"--trace", 0, "FILE", false, "Writes where the time went, for a trace viewer."}},

@@ -3,6 +3,7 @@
 
 #include "Entities.h"
 #include "host/EntityModel/Types.h"
+#include "ModelParts.h"
 
 #include <cmath>
 
@@ -12,59 +13,26 @@ using namespace EntityModel;
 
 namespace {
 
-constexpr const char *unit = "mm";
+// Paths of what is on the board, in the picture's frame.
+class BoardShapes {
+public:
+    BoardShapes(const Entity &board, const EntityGUI::PartRule &rule, const EntityGUI::PartPlace &place)
+        : plane_(place.footprint), edge_(plane_.pathOf(board, place)),
+          frame_(EntityGUI::childFrame(board, rule, place, EntityGUI::PartFrame())) {}
 
-double lengthOf(const Entity &entity, const AttributePath &path) {
-    return getDoubleValue(&entity, path, unit, 0.0);
-}
+    const BoardPlane &plane() const { return plane_; }
+    const Path &edge() const { return edge_; }
 
-// X and Z pairs; Z runs against y.
-Path outlinePath(const Entity &entity) {
-    const Attribute *const attribute = entity.readAttribute(Outline_t);
-    if (attribute == nullptr || !attribute->isDoubleListAttribute()) return Path();
-    const auto &list = static_cast<const DoubleListAttribute &>(*attribute);
-    Path path;
-    for (int index = 0; index + 1 < list.getSize(); index += 2) {
-        const Point point{list.getNthStandardValue(index, unit), -list.getNthStandardValue(index + 1, unit)};
-        path.push_back({path.empty() ? PathStep::Kind::Move : PathStep::Kind::Line, point, {}, 0.0});
+    Path pathOf(const Entity &child) const {
+        const EntityGUI::PartRule *const rule = EntityGUI::findPartRule(child.getType());
+        return rule == nullptr ? Path() : plane_.pathOf(child, EntityGUI::placePart(child, *rule, frame_));
     }
-    if (!path.empty()) path.push_back({PathStep::Kind::Close, path.front().to, {}, 0.0});
-    return path;
-}
 
-// The shape about its own reference point: a rectangle hangs from its low-X, low-Z corner, a circle lies
-// around its centre, a polygon around the origin of its outline.
-Path shapePath(const Entity &entity) {
-    if (entity.readAttribute(Shape_t) == nullptr) { // vias have no choice of shapes
-        return circlePath({0.0, 0.0}, lengthOf(entity, Diameter_t) / 2);
-    }
-    const TypeRef shape = getTypeValue(&entity, Shape_t, Polygon_t);
-    if (shape == Polygon_t) return outlinePath(entity);
-    if (shape == Cylinder_t) return circlePath({0.0, 0.0}, lengthOf(entity, Diameter_t) / 2);
-    Box box;
-    box.add(Point{0.0, -lengthOf(entity, "Depth")});
-    box.add(Point{lengthOf(entity, "Width"), 0.0});
-    return boxPath(box);
-}
-
-// Turned as it stands, and moved to its location. A rectangle turns about its centre.
-Path placedPath(const Entity &entity) {
-    const Path shape = shapePath(entity);
-    const double angle = getDoubleValue(&entity, "Orientation", "degrees", 0.0);
-    const bool isBox = getTypeValue(&entity, Shape_t, Cylinder_t) == Rectangle_t;
-    const Point pivot = isBox ? boundOf(shape).centre() : Point();
-    const Similarity turn = then(then(Similarity::move(-pivot.x, -pivot.y), Similarity::turn(angle)),
-                                 Similarity::move(pivot.x, pivot.y));
-    const Similarity move = Similarity::move(lengthOf(entity, "X Location"), -lengthOf(entity, "Z Location"));
-    return then(turn, move).apply(shape);
-}
-
-// The board's own frame starts at the low-X, low-Z corner of its shape.
-Path boardEdge(const Entity &board) {
-    const Path shape = shapePath(board);
-    const Box box = boundOf(shape);
-    return Similarity::move(-box.low.x, -box.high.y).apply(shape);
-}
+private:
+    BoardPlane plane_;
+    Path edge_;
+    EntityGUI::PartFrame frame_;
+};
 
 std::vector<Entity *> childrenOf(const Entity &board, const AttributePath &list) {
     std::vector<Entity *> children;
@@ -79,29 +47,40 @@ KeepoutKind kindOf(const Entity &keepout) {
     return kind.getLabel() == "Routing" ? KeepoutKind::Routing : KeepoutKind::Other;
 }
 
+void addCutOuts(const Entity &board, const BoardShapes &shapes, BoardView &view) {
+    for (const Entity *hole : childrenOf(board, Holes_t)) {
+        Path path = shapes.pathOf(*hole);
+        view.edge.insert(view.edge.end(), path.begin(), path.end());
+        view.cutOuts.push_back(std::move(path));
+    }
+}
+
+void addKeepouts(const Entity &board, const BoardShapes &shapes, BoardView &view) {
+    const std::string otherSide = view.side == Side::Top ? "Bottom" : "Top";
+    for (const Entity *keepout : childrenOf(board, Keepouts_t)) {
+        if (textOf(*keepout, Board_Side_t) == otherSide) continue;
+        view.keepouts.push_back({shapes.pathOf(*keepout), kindOf(*keepout)});
+    }
+}
+
 } // namespace
 
 BoardView viewOfModel(const Entity &board, Side side) {
-    const std::string otherSide = side == Side::Top ? "Bottom" : "Top";
     BoardView view;
     view.name = textOf(board, Reference_Designator_t);
-    view.unit = unit;
+    view.unit = "mm";
     view.side = side;
-    view.thickness = lengthOf(board, "Thickness");
-    view.edge = boardEdge(board);
+    view.thickness = getDoubleValue(&board, "Thickness", view.unit, 0.0);
+    const EntityGUI::PartRule *const rule = EntityGUI::findPartRule(board.getType());
+    if (rule == nullptr) return view;
+    EntityGUI::PartPlace place = EntityGUI::placePart(board, *rule, EntityGUI::ownerFrame(board));
+    place.toRoot = Geometry::Transform(); // The picture shows the board as it is by itself.
+    const BoardShapes shapes(board, *rule, place);
+    view.edge = shapes.edge();
     view.edgeBound = boundOf(view.edge);
-    for (const Entity *hole : childrenOf(board, Holes_t)) {
-        view.cutOuts.push_back(placedPath(*hole));
-        view.edge.insert(view.edge.end(), view.cutOuts.back().begin(), view.cutOuts.back().end());
-    }
-    for (const Entity *via : childrenOf(board, Vias_t)) {
-        const Attribute *const plated = via->readAttribute(Plated_t);
-        view.holes.push_back({placedPath(*via), plated != nullptr && plated->getBool()});
-    }
-    for (const Entity *keepout : childrenOf(board, Keepouts_t)) {
-        if (textOf(*keepout, Board_Side_t) == otherSide) continue;
-        view.keepouts.push_back({placedPath(*keepout), kindOf(*keepout)});
-    }
+    addCutOuts(board, shapes, view);
+    addKeepouts(board, shapes, view);
+    addModelParts(board, *rule, place, shapes.plane(), view);
     return view;
 }
 

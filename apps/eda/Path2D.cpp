@@ -108,4 +108,29 @@ Box boundOf(const Path &path) {
     return box;
 }
 
+double areaOf(const Path &path) {
+    double total = 0.0, area = 0.0;
+    std::size_t numDone = 0;
+    Point origin, from;
+    const auto finish = [&] { total += numDone++ == 0 ? std::fabs(area) : -std::fabs(area); };
+    for (const PathStep &step : path) {
+        if (step.kind == PathStep::Kind::Move) {
+            if (&step != path.data()) finish();
+            area = 0.0;
+            origin = from = step.to; // Small numbers keep their digits far from the origin of the plane.
+            continue;
+        }
+        area += 0.5 *
+                ((from.x - origin.x) * (step.to.y - origin.y) - (step.to.x - origin.x) * (from.y - origin.y));
+        if (step.kind == PathStep::Kind::Arc) {
+            const double radius = std::hypot(step.to.x - step.centre.x, step.to.y - step.centre.y);
+            const double sweep = step.sweep * degreesToRadians;
+            area += 0.5 * radius * radius * (sweep - std::sin(sweep));
+        }
+        from = step.to;
+    }
+    if (!path.empty()) finish();
+    return std::max(total, 0.0);
+}
+
 } // namespace EDATool

@@ -62,4 +62,7 @@ Path crossPath(const Point &centre, double halfSize);
 // The box of all that the path covers, arcs included.
 Box boundOf(const Path &path);
 
+// The area of a closed path less those of its further sub-paths, which are the holes in the first.
+double areaOf(const Path &path);
+
 } // namespace EDATool

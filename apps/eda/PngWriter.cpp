@@ -11,7 +11,10 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
 
 namespace EDATool {
 
@@ -105,17 +108,61 @@ void drawPath(QPainter &painter, const PictureItem &item) {
     painter.strokePath(path, pen);
 }
 
-void drawText(QPainter &painter, const PictureItem &item) {
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    // Glyphs are laid out at a size that is large enough for whole pixels and scaled down to the size asked
-    // for.
-    constexpr int layoutSize = 64;
-    font.setPixelSize(layoutSize);
-    font.setBold(item.textStyle.bold);
-    const QString text = QString::fromStdString(item.text);
-    const double width = QFontMetricsF(font).horizontalAdvance(text);
+// Glyphs are laid out at a size that is large enough for whole pixels and scaled down to the size asked for.
+constexpr int layoutSize = 64;
+
+// The shapes of texts. Those of the plain letters that designators are made of are kept: to get one from the
+// font takes longer than to draw it.
+class Lettering {
+public:
+    explicit Lettering(bool isBold) : font_(QStringLiteral("DejaVu Sans")) {
+        font_.setStyleHint(QFont::SansSerif);
+        font_.setHintingPreference(QFont::PreferNoHinting);
+        font_.setPixelSize(layoutSize);
+        font_.setBold(isBold);
+    }
+
+    // Starts at 0 on the base line; `width` becomes how far it advances.
+    QPainterPath shapeOf(const QString &text, double &width) {
+        QPainterPath shape;
+        if (!std::all_of(text.begin(), text.end(), isPlain)) {
+            shape.addText(0, 0, font_, text);
+            width = QFontMetricsF(font_).horizontalAdvance(text);
+            return shape;
+        }
+        width = 0.0;
+        for (const QChar letter : text) {
+            const Glyph &glyph = glyphOf(letter);
+            shape.addPath(glyph.shape.translated(width, 0));
+            width += glyph.advance;
+        }
+        return shape;
+    }
+
+private:
+    struct Glyph {
+        QPainterPath shape;
+        double advance;
+    };
+
+    static bool isPlain(QChar letter) { return letter >= QLatin1Char(' ') && letter <= QLatin1Char('~'); }
+
+    const Glyph &glyphOf(QChar letter) {
+        std::optional<Glyph> &glyph = glyphs_[static_cast<std::size_t>(letter.unicode())];
+        if (!glyph) {
+            glyph = Glyph{{}, QFontMetricsF(font_).horizontalAdvance(letter)};
+            glyph->shape.addText(0, 0, font_, QString(letter));
+        }
+        return *glyph;
+    }
+
+    QFont font_;
+    std::array<std::optional<Glyph>, 128> glyphs_;
+};
+
+void drawText(QPainter &painter, const PictureItem &item, Lettering &lettering) {
+    double width = 0.0;
+    const QPainterPath glyphs = lettering.shapeOf(QString::fromStdString(item.text), width);
     const double shift = item.textStyle.anchor == TextStyle::Anchor::Start    ? 0.0
                          : item.textStyle.anchor == TextStyle::Anchor::Middle ? -width / 2
                                                                               : -width;
@@ -123,8 +170,7 @@ void drawText(QPainter &painter, const PictureItem &item) {
     painter.translate(toQt(item.at));
     if (item.textStyle.upward) painter.rotate(-90);
     painter.scale(item.textStyle.size / layoutSize, item.textStyle.size / layoutSize);
-    QPainterPath glyphs;
-    glyphs.addText(shift, 0, font, text);
+    painter.translate(shift, 0);
     painter.fillPath(glyphs, toQt(item.textStyle.colour));
     painter.restore();
 }
@@ -147,10 +193,14 @@ std::string toPng(const Picture &picture, std::string &error) {
     if (picture.numClipped() > 0) {
         painter.setClipRect(QRectF(clip.low.x, clip.low.y, clip.width(), clip.height()));
     }
+    Lettering plain(false), bold(true);
     std::size_t numDone = 0;
     for (const PictureItem &item : picture.items()) {
         if (numDone++ == picture.numClipped()) painter.setClipping(false);
-        item.text.empty() ? drawPath(painter, item) : drawText(painter, item);
+        if (item.text.empty())
+            drawPath(painter, item);
+        else
+            drawText(painter, item, item.textStyle.bold ? bold : plain);
     }
     painter.end();
     QByteArray bytes;

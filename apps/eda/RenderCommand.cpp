@@ -43,6 +43,14 @@ Side sideOf(const Arguments &arguments) {
     throw UsageFailure("--side " + inQuotes(text) + " is unknown; it takes top or bottom");
 }
 
+Colouring colouringOf(const Arguments &arguments) {
+    const std::string text = arguments.value("--color", "kind");
+    if (text == "kind") return Colouring::Kind;
+    if (text == "power") return Colouring::Power;
+    if (text == "density") return Colouring::Density;
+    throw UsageFailure("--color " + inQuotes(text) + " is unknown; it takes kind, power or density");
+}
+
 void checkNotRead(const std::string &output, const std::vector<std::string> &files) {
     for (const std::string &file : files) {
         if (isSameFile(output, file))
@@ -72,9 +80,10 @@ int run(const Arguments &arguments) {
     const std::string output = arguments.value("--output");
     const PictureFormat format = formatOf(output);
     const int width = widthOf(arguments);
+    const Colouring colouring = colouringOf(arguments);
     const BoardView view = readView(arguments, output);
     stopIfInterrupted();
-    const Picture picture = drawBoard(view, width);
+    const Picture picture = drawBoard(view, width, colouring);
     std::string error;
     const std::string bytes = format == PictureFormat::Svg ? toSvg(picture) : toPng(picture, error);
     if (!error.empty()) throw DesignFailure(inQuotes(output) + ": " + error);
@@ -91,9 +100,13 @@ CommandDef renderCommand() {
         "Draws a picture of a design or a model",
         "Draws the board of a design, or of a model that eda import saved: its edge with cut-outs, drilled\n"
         "holes, keepouts, and components with their designators; with a scale bar and a legend. The bottom\n"
-        "is drawn as it is seen from below.\n",
+        "is drawn as it is seen from below. Of a model it shows sockets with what is in them, the solids,\n"
+        "bumps and wirebonds of packages, and parts that are filtered with dashed lines.\n",
         {{"--output", 'o', "OUT", false, "The picture; its extension, .svg or .png, is its format."},
          {"--side", 0, "top|bottom", false, "Which side to draw. Default: top."},
+         {"--color", 0, "kind|power|density", false,
+          "The colours of the parts: by their kind, by the power that they dissipate, or by that\n"
+          "power over their area, in W/cm\u00b2. Parts without power are hollow. Default: kind."},
          {"--width", 0, "PIXELS", false, "Width of the picture, 200 to 8192. Default: 1600."},
          {"--board", 0, "DESIGNATOR", false, "Which board of a model, where it has several."}},
         run};

@@ -29,39 +29,63 @@ JsonReport::JsonReport() : writer_(buffer_) {
     writer_.StartObject();
 }
 
+void JsonReport::addName(const char *name) {
+    if (name != nullptr) writer_.Key(name);
+}
+
 void JsonReport::addText(const char *name, const std::string &value) {
     const std::string text = jsonText(value);
-    writer_.Key(name);
+    addName(name);
     writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void JsonReport::addTexts(const char *name, const std::vector<std::string> &values) {
+    beginArray(name);
+    for (const std::string &value : values)
+        addText(nullptr, value);
+    endArray();
+}
+
+void JsonReport::addFlag(const char *name, bool value) {
+    addName(name);
+    writer_.Bool(value);
+}
+
+void JsonReport::beginObject(const char *name) {
+    addName(name);
+    writer_.StartObject();
+}
+
+void JsonReport::beginArray(const char *name) {
+    addName(name);
+    writer_.StartArray();
 }
 
 // Files can carry numbers that overflow in the arithmetic of arcs; JSON has no way to write those.
 void JsonReport::addNumber(const char *name, double value) {
-    if (name != nullptr) writer_.Key(name);
+    addName(name);
     writer_.Double(std::isfinite(value) && value != 0.0 ? value : 0.0);
 }
 
 void JsonReport::addCount(const char *name, std::size_t value) {
-    writer_.Key(name);
+    addName(name);
     writer_.Uint64(value);
 }
 
 void JsonReport::addBound(double xLow, double yLow, double xHigh, double yHigh) {
-    writer_.Key("bound");
-    writer_.StartArray();
+    beginArray("bound");
     for (const double value : {xLow, yLow, xHigh, yHigh})
         addNumber(nullptr, value);
-    writer_.EndArray();
+    endArray();
 }
 
 void JsonReport::addOutline(const EDA::EDAOutline &outline) {
     const Geometry::Bound2D &bound = outline.getBound();
-    writer_.Key("outline");
-    writer_.StartObject();
+    beginObject("outline");
     addCount("points", outline.numPoints());
     addCount("internal", static_cast<std::size_t>(outline.numInternalOutlines()));
     addBound(bound.getXLow(), bound.getYLow(), bound.getXHigh(), bound.getYHigh());
-    writer_.EndObject();
+    endObject();
 }
 
 void JsonReport::addLayer(const EDA::EDABoardLayer &layer) {
@@ -76,17 +100,16 @@ void JsonReport::addLayer(const EDA::EDABoardLayer &layer) {
             points += numPoints(trace->getOutline());
         }
     }
-    writer_.StartObject();
+    beginObject(nullptr);
     addText("name", layer.getName());
-    writer_.Key("conductor");
-    writer_.Bool(layer.isConductor());
+    addFlag("conductor", layer.isConductor());
     addNumber("thickness", layer.getThickness());
     addNumber("topOffset", layer.getTopOffset());
     addCount("traces", static_cast<std::size_t>(layer.numTraces()));
     addCount("nets", static_cast<std::size_t>(layer.numNets()));
     addCount("netTraces", netTraces);
     addCount("points", points);
-    writer_.EndObject();
+    endObject();
 }
 
 void JsonReport::addDesign(const Design &design) {
@@ -112,23 +135,23 @@ void JsonReport::addDesign(const Design &design) {
     addCount("wirebonds", board.numWirebonds());
     addCount("routeOutlines", board.numRouteOutlines());
     addCount("placementOutlines", board.numPlacementOutlines());
-    writer_.Key("layers");
-    writer_.StartArray();
+    beginArray("layers");
     for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
         addLayer(*layer);
-    writer_.EndArray();
+    endArray();
 }
 
-void JsonReport::addEntities(const EntityCounts &counts) {
-    writer_.Key("entities");
-    writer_.StartObject();
+void JsonReport::addEntities(const EntityCounts &counts) { addCounts("entities", counts); }
+
+void JsonReport::addCounts(const char *name, const EntityCounts &counts) {
+    beginObject(name);
     for (const auto &[type, count] : counts)
         addCount(type.c_str(), count);
-    writer_.EndObject();
+    endObject();
 }
 
 std::string JsonReport::finish() {
-    writer_.EndObject();
+    endObject();
     return std::string(buffer_.GetString(), buffer_.GetSize()) + "\n";
 }
 

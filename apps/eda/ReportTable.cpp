@@ -11,22 +11,6 @@ namespace {
 
 constexpr std::size_t nameLimit = 100;
 
-struct Row {
-    std::string label;
-    std::string value;
-};
-
-std::string tableText(const std::vector<Row> &rows) {
-    std::size_t column = 0;
-    for (const Row &row : rows)
-        column = std::max(column, countCharacters(row.label) + 2);
-    std::string text;
-    for (const Row &row : rows) {
-        text += row.label + std::string(column - countCharacters(row.label), ' ') + row.value + "\n";
-    }
-    return text;
-}
-
 std::string orDash(const std::string &text) { return text.empty() ? "-" : shortened(text, nameLimit); }
 
 std::string count(std::size_t value) { return std::to_string(value); }
@@ -49,7 +33,7 @@ std::string withInstances(std::size_t definitions, std::size_t all) {
     return count(definitions) + " kinds, " + count(all) + " in all";
 }
 
-void addLayers(const EDA::EDABoard &board, std::vector<Row> &rows) {
+void addLayers(const EDA::EDABoard &board, std::vector<TableRow> &rows) {
     for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer) {
         rows.push_back({"Layer " + orDash(layer->getName()),
                         std::string(layer->isConductor() ? "conductor" : "dielectric") + ", thickness " +
@@ -61,6 +45,17 @@ void addLayers(const EDA::EDABoard &board, std::vector<Row> &rows) {
 
 } // namespace
 
+std::string tableText(const std::vector<TableRow> &rows) {
+    std::size_t column = 0;
+    for (const TableRow &row : rows)
+        column = std::max(column, countCharacters(row.label) + 2);
+    std::string text;
+    for (const TableRow &row : rows) {
+        text += row.label + std::string(column - countCharacters(row.label), ' ') + row.value + "\n";
+    }
+    return text;
+}
+
 std::string designTable(const Design &design) {
     const EDA::EDABoard &board = design.board();
     double xLow = 0.0;
@@ -68,7 +63,7 @@ std::string designTable(const Design &design) {
     double xHigh = 0.0;
     double yHigh = 0.0;
     board.getOverallBound(xLow, yLow, xHigh, yHigh);
-    std::vector<Row> rows;
+    std::vector<TableRow> rows;
     for (const std::string &file : design.files)
         rows.push_back({"File", shortened(file, 300)});
     rows.insert(rows.end(), {{"Format", design.format},
@@ -91,7 +86,7 @@ std::string designTable(const Design &design) {
 }
 
 std::string entityTable(const EntityCounts &counts) {
-    std::vector<Row> rows;
+    std::vector<TableRow> rows;
     for (const auto &[type, number] : counts)
         rows.push_back({"  " + printable(type), count(number)});
     return tableText(rows);

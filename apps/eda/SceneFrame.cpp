@@ -2,6 +2,7 @@
 #include "SceneFrame.h"
 
 #include "host/EntityModel/Units.h"
+#include "PowerBar.h"
 #include "Printable.h"
 
 #include <algorithm>
@@ -29,6 +30,7 @@ constexpr double legendLine = 30;
 constexpr double swatchWidth = 26;
 constexpr double swatchHeight = 15;
 constexpr double legendGap = 28;
+constexpr double powerBarWidth = 900;
 constexpr double referenceWidth = 1600; // pixels at which the unit is one pixel
 constexpr double tallest = 1.25;        // height of the drawing by the width of the picture
 
@@ -117,6 +119,11 @@ void drawSwatch(Picture &picture, const LegendEntry &entry, double x, double y, 
     case LegendEntry::Swatch::Cross:
         picture.add(crossPath(box.centre(), 7 * u), entry.style);
         break;
+    case LegendEntry::Swatch::Line:
+        picture.add(
+            {{PathStep::Kind::Move, {box.low.x, y}, {}, 0}, {PathStep::Kind::Line, {box.high.x, y}, {}, 0}},
+            entry.style);
+        break;
     }
 }
 
@@ -137,7 +144,20 @@ std::string counted(std::size_t count, const std::string &one) {
     return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
 }
 
-std::string subtitleOf(const BoardView &view, const Shown &shown) {
+// A socket and the part in it are two; the solids of a part are none.
+std::string countsOf(const BoardView &view, const std::string &gap) {
+    const auto isSolid = [](const PartView &part) { return part.kind == PartKind::Solid; };
+    const auto numSolids =
+        static_cast<std::size_t>(std::count_if(view.parts.begin(), view.parts.end(), isSolid));
+    std::string text;
+    if (view.parts.size() > numSolids) text += gap + counted(view.parts.size() - numSolids, "component");
+    if (numSolids > 0) text += gap + counted(numSolids, "solid");
+    if (!view.holes.empty()) text += gap + counted(view.holes.size(), "drilled hole");
+    if (view.numUnplaced > 0) text += gap + std::to_string(view.numUnplaced) + " not placed";
+    return text;
+}
+
+std::string subtitleOf(const BoardView &view, const Shown &shown, bool showsPower) {
     const auto length = [&shown](double value) { return shortNumber(value * shown.factor, 5); };
     const std::string gap = "\u2002\u00b7\u2002"; // blanks that no format folds
     std::string text = view.side == Side::Top ? "Top side" : "Bottom side, seen from below";
@@ -146,9 +166,11 @@ std::string subtitleOf(const BoardView &view, const Shown &shown) {
                 shown.unit;
     }
     if (view.thickness > 0) text += gap + length(view.thickness) + " " + shown.unit + " thick";
-    if (!view.parts.empty()) text += gap + counted(view.parts.size(), "component");
-    if (!view.holes.empty()) text += gap + counted(view.holes.size(), "drilled hole");
-    if (view.numUnplaced > 0) text += gap + std::to_string(view.numUnplaced) + " not placed";
+    text += countsOf(view, gap);
+    if (showsPower) {
+        text += gap + powerText(view.power.shownSide) + " on this side" + gap + powerText(view.power.board) +
+                " on the board";
+    }
     return text;
 }
 
@@ -172,10 +194,13 @@ void drawTitle(Picture &picture, const SceneFrame &frame, const BoardView &view,
 
 } // namespace
 
-SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<LegendEntry> &legend) {
+double sceneUnit(int width) { return width / referenceWidth; }
+
+SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<LegendEntry> &legend,
+                     bool hasPowerBar) {
     SceneFrame frame;
     frame.width = width;
-    frame.unit = width / referenceWidth;
+    frame.unit = sceneUnit(width);
     const double u = frame.unit;
     const double roomX = width - 2 * margin * u;
     const double scaleX = shown.width() > 0 ? roomX / shown.width() : HUGE_VAL;
@@ -187,7 +212,8 @@ SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<L
     frame.drawing.add(Point{margin * u + roomX, drawingTop * u + drawingHeight});
     const int lines = numLines(placeLegend(legend, width, u));
     frame.height = static_cast<int>(
-        std::ceil(frame.drawing.high.y + (footerGap + margin + (lines - 1) * legendLine) * u));
+        std::ceil(frame.drawing.high.y +
+                  (footerGap + margin + (lines - 1) * legendLine + (hasPowerBar ? powerBarHeight : 0)) * u));
 
     const Point centre = shown.centre();
     const Point target = frame.drawing.centre();
@@ -198,13 +224,18 @@ SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<L
 }
 
 void drawFrame(Picture &picture, const SceneFrame &frame, const BoardView &view,
-               const std::vector<LegendEntry> &legend) {
+               const std::vector<LegendEntry> &legend, const SceneStyles &styles) {
     const double u = frame.unit;
     const Shown shown = shownUnit(view.unit);
-    drawTitle(picture, frame, view, subtitleOf(view, shown));
+    drawTitle(picture, frame, view, subtitleOf(view, shown, styles.showsPower()));
     const double footer = frame.drawing.high.y + (footerGap + 4) * u;
     drawScaleBar(picture, frame, shown, footer);
-    drawLegend(picture, frame, legend, footer);
+    if (styles.showsPower()) {
+        drawPowerBar(picture, styles.scale(), {footerTextX * u, footer - 8 * u}, powerBarWidth * u, u);
+        drawLegend(picture, frame, legend, footer + powerBarHeight * u);
+    } else {
+        drawLegend(picture, frame, legend, footer);
+    }
     Style rule;
     rule.stroke = ruleColour;
     rule.strokeWidth = u;

@@ -3,17 +3,11 @@
 
 #include "BoardView.h"
 #include "Picture.h"
+#include "SceneStyles.h"
 
-#include <string>
 #include <vector>
 
 namespace EDATool {
-
-struct LegendEntry {
-    std::string label;
-    Style style;
-    enum class Swatch { Box, Circle, Cross } swatch = Swatch::Box;
-};
 
 struct SceneFrame {
     int width = 0; // of the picture, pixels
@@ -24,10 +18,16 @@ struct SceneFrame {
     double scale = 1.0;  // pixels per length
 };
 
-// `shown` is the box of the view that the picture shows, in the view's lengths.
-SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<LegendEntry> &legend);
+// The unit of a picture of this width.
+double sceneUnit(int width);
 
+// `shown` is the box of the view that the picture shows, in the view's lengths. With `hasPowerBar` there is
+// room for the bar of drawFrame.
+SceneFrame makeFrame(const Box &shown, Side side, int width, const std::vector<LegendEntry> &legend,
+                     bool hasPowerBar);
+
+// Draws title, scale bar and legend, and the bar of power where the styles show power.
 void drawFrame(Picture &picture, const SceneFrame &frame, const BoardView &view,
-               const std::vector<LegendEntry> &legend);
+               const std::vector<LegendEntry> &legend, const SceneStyles &styles);
 
 } // namespace EDATool

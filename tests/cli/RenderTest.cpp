@@ -247,7 +247,20 @@ TEST_F(ToolRender, ModelLiesWhereTheDesignLies) {
     const std::string keepout = "M800 808.4L1178 808.4L1178 657.2L800 657.2Z";
     EXPECT_THAT(renderSvg().paths, testing::Contains(keepout));
     board = folder.path("model.json");
-    EXPECT_THAT(renderSvg().paths, testing::Contains(testing::StartsWith("M800 808.4L1178 808.4")));
+    EXPECT_THAT(renderSvg().paths, testing::Contains("M800 657.2L1178 657.2L1178 808.4L800 808.4Z"));
+}
+
+// An L of 6 by 4 at the origin of its outline. On the bottom it is mirrored, and turned as it is seen from
+// below: the arm that runs along y comes to lie along x, to the right of who looks at the top.
+TEST_F(ToolRender, AnglesOnTheBottomAreToldFromBelow) {
+    std::string library = smallLibrary();
+    const std::string box = "0 -3 -2 0\n0 3 -2 0\n0 3 2 0\n0 -3 2 0\n0 -3 -2 0\n";
+    library.replace(library.find(box), box.size(),
+                    "0 0 0 0\n0 6 0 0\n0 6 1 0\n0 1 1 0\n0 1 4 0\n0 0 4 0\n0 0 0 0\n");
+    folder.write("small.emp", library);
+    // At (15, 12), 1 mm is 37.8 pixels and x runs to the left.
+    EXPECT_THAT(renderSvg({"--side", "bottom"}).paths,
+                testing::Contains("M989 430.4L989 203.6L951.2 203.6L951.2 392.6L837.8 392.6L837.8 430.4Z"));
 }
 
 TEST_F(ToolRender, BoardOfADesignIsNoChoice) {

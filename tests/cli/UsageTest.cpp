@@ -22,13 +22,13 @@ void expectUsageError(const std::vector<std::string> &arguments, const std::stri
 TEST(ToolHelp, ListsEveryCommand) {
     const ToolResult result = runTool({"--help"});
     EXPECT_EQ(result.status, 0) << result;
-    for (const char *command : {"info", "import", "render", "help"})
+    for (const char *command : {"info", "import", "export", "convert", "options", "render", "help"})
         EXPECT_THAT(result.out, HasSubstr(command));
     EXPECT_EQ(result.err, "");
 }
 
 TEST(ToolHelp, OfACommandIsTheSameInBothForms) {
-    for (const char *command : {"info", "import", "render"}) {
+    for (const char *command : {"info", "import", "export", "convert", "options", "render"}) {
         const ToolResult behind = runTool({command, "--help"});
         const ToolResult before = runTool({"help", command});
         EXPECT_EQ(behind.status, 0) << behind;
@@ -40,8 +40,8 @@ TEST(ToolHelp, OfACommandIsTheSameInBothForms) {
 
 TEST(ToolHelp, OfImportNamesEveryOption) {
     const ToolResult result = runTool({"import", "--help"});
-    for (const char *option :
-         {"-o, --output", "--as", "--into", "--board", "--option", "--units", "--json", "--trace"}) {
+    for (const char *option : {"-o, --output", "--as", "--into", "--board", "--option", "--units", "--json",
+                               "--trace", "--type-map", "--library", "--no-library"}) {
         EXPECT_THAT(result.out, HasSubstr(option));
     }
 }
@@ -54,7 +54,7 @@ TEST(ToolHelp, VersionIsOneLine) {
 
 TEST(ToolUsage, NoArgumentAtAll) { expectUsageError({}, "COMMAND is missing"); }
 TEST(ToolUsage, EmptyCommand) { expectUsageError({""}, "unknown command ''"); }
-TEST(ToolUsage, UnknownCommand) { expectUsageError({"export", "a.json"}, "unknown command 'export'"); }
+TEST(ToolUsage, UnknownCommand) { expectUsageError({"solve", "a.json"}, "unknown command 'solve'"); }
 TEST(ToolUsage, UnknownCommandOfHelp) { expectUsageError({"help", "nothing"}, "unknown command 'nothing'"); }
 TEST(ToolUsage, HelpTakesOneCommand) { expectUsageError({"help", "info", "render"}, "one COMMAND"); }
 TEST(ToolUsage, VersionStandsAlone) { expectUsageError({"--version", "x"}, "--version"); }
@@ -63,7 +63,8 @@ TEST(ToolUsage, UnknownOption) {
 }
 TEST(ToolUsage, UnknownLetter) { expectUsageError({"info", "-x", "a.emn"}, "unknown option '-x'"); }
 TEST(ToolUsage, OptionOfALaterVersionIsUnknown) {
-    expectUsageError({"import", "a.emn", "-o", "b.json", "--type-map", "f"}, "unknown option '--type-map'");
+    expectUsageError({"import", "a.emn", "-o", "b.json", "--layer-order", "f"},
+                     "unknown option '--layer-order'");
 }
 TEST(ToolUsage, MissingValueAtTheEnd) {
     expectUsageError({"import", "a.emn", "-o"}, "--output needs a value");
@@ -107,6 +108,15 @@ TEST(ToolUsage, ImportAsAnythingElse) {
 }
 TEST(ToolUsage, UnitsThatAreNoLength) {
     expectUsageError({"import", "a.emn", "-o", "x.json", "--units", "furlong"}, "no unit of length");
+}
+TEST(ToolUsage, LibraryAndNoLibrary) {
+    expectUsageError({"import", "a.emn", "-o", "x.json", "--library", "l", "--no-library"},
+                     "--library names a library and --no-library wants none");
+}
+TEST(ToolUsage, OptionsWithoutFormat) { expectUsageError({"options"}, "options needs a FORMAT: IDF"); }
+TEST(ToolUsage, OptionsOfTwoFormats) { expectUsageError({"options", "IDF", "IDF"}, "takes one FORMAT"); }
+TEST(ToolUsage, OptionsOfAnUnknownFormatNamesTheFormats) {
+    expectUsageError({"options", "PDF"}, "there is no format 'PDF'; the formats are: IDF");
 }
 TEST(ToolUsage, BoardWithoutInto) {
     expectUsageError({"import", "a.emn", "-o", "x.json", "--board", "B1"}, "--into");

@@ -24,10 +24,12 @@ inline std::ostream &operator<<(std::ostream &stream, const ToolResult &result) 
     return stream << "status " << result.status << "\nstdout:\n" << result.out << "\nstderr:\n" << result.err;
 }
 
-// Runs the tool of EDA_TOOL to its end, with no user preferences but those in `configFolder`.
+// Runs the tool of EDA_TOOL to its end, with no user preferences but those in `configFolder`, and with the
+// materials and the type map of the source tree unless another folder of shared files is named.
 inline ToolResult runTool(const std::vector<std::string> &arguments,
                           const std::string &configFolder = "/nonexistent",
-                          const std::string &workingFolder = std::string()) {
+                          const std::string &workingFolder = std::string(),
+                          const std::string &sharedFolder = EDA_TEST_DATA "/../../share/eda") {
     constexpr int timeout = 100'000; // milliseconds, also for a sanitized build on a busy machine
     QStringList texts;
     for (const std::string &argument : arguments)
@@ -35,6 +37,7 @@ inline ToolResult runTool(const std::vector<std::string> &arguments,
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("EDA_CONFIG_DIR", QString::fromStdString(configFolder));
+    environment.insert("EDA_SHARE_DIR", QString::fromStdString(sharedFolder));
     // Whole stacks, so that what the toolkit leaks is known by its name. Without sanitizers nobody reads
     // this.
     environment.insert("LSAN_OPTIONS",
