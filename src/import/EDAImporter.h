@@ -28,8 +28,9 @@ namespace EDA {
 // origins of one import stand until the next one writes them, and each is written only by the kind of board
 // outline that needs it: that is intended.
 //
-// Lengths go to the entities in the board's units. Board y becomes negative entity Z, and the low-x, high-y
-// corner of the outline's bound becomes the origin of the board's items.
+// Lengths go to the entities in the board's units, but sizes and heights of components in the component's.
+// Board y becomes negative entity Z, and the low-x, high-y corner of the outline's bound becomes the origin
+// of the board's items.
 //
 // Copies share the four option attributes, and each destructor deletes them; so a copy and its source must
 // not both be destroyed once options are set. That is intended; the library itself never copies an importer.
@@ -59,7 +60,8 @@ public:
     void clearErrorMsg() { errorMessage_.clear(); }
 
     // Takes the options of an "EDA Import Options" entity and decides which of the board's components are
-    // filtered out. An option that the entity lacks stays as it was. A null entity changes nothing.
+    // filtered out. An option that the entity lacks stays as it was, but for the import type, which
+    // becomes the empty type. A null entity changes nothing.
     void setImportOptions(EntityModel::Entity *options, EDABoard &board);
 
     void setStoreExtraProperties(bool store) { storeExtraProperties_ = store; }
@@ -225,6 +227,10 @@ private:
     // Bumps and wirebonds (EDAImporterBumps.cpp, EDAImporterWirebonds.cpp).
     void addBump(Entity *parent, const EDABump &bump, const EDABoard &board, double offsetX,
                  double offsetY) const;
+    void groupInstances(Entity *entity, const EDABump &bump, const EDABoard &board, double offsetX,
+                        double offsetY) const;
+    std::vector<Entity *> copyInstances(Entity *source, Entity *parent, const EDABump &bump,
+                                        const EDABoard &board, double offsetX, double offsetY) const;
     void addWirebond(Entity *parent, const EDAWirebond &wirebond, const EDABoard &board) const;
     static void landWire(WireChain &chain, const EDAWirebond &wirebond);
 
@@ -278,8 +284,8 @@ private:
     std::string typeMapFile_;
     std::string defaultTypeMapFile_;
     std::map<std::string, std::string> typeMap_;
-    std::map<std::string, Entity *> placedComponents_; // By reference designator.
-    std::vector<std::shared_ptr<Entity>> orphans_;     // Of a library, without a place on the board.
+    std::map<std::string, Entity *> placedComponents_;              // By reference designator.
+    std::unordered_map<Entity *, std::shared_ptr<Entity>> orphans_; // Of a library, without a place.
     std::unordered_map<const EDAComponent *, std::shared_ptr<OutlineFacts>> outlineFacts_;
     EDAReader::GeometryConversionOptions conversionOptions_;
     mutable EntityModel::MaterialIndex materialIndex_; // Serves findMaterial; means nothing between imports.

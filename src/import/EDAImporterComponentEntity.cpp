@@ -62,8 +62,9 @@ bool EDAImporter::askLibrary(Placing &placing) {
     const TypeRef *const list = listFor(entity->getType());
     const bool isAdded = list && EntityEditor::addEntity(placing.boardEntity, AttributePath(*list), entity,
                                                          true, false, true, true, false, -1);
-    // Without a place on the board it is nobody's, and takes part in the import until the end.
-    if (!isAdded && !entity->holder() && !entity->isHeldByStep()) orphans_.emplace_back(entity);
+    // Without a place on the board it is nobody's, and takes part in the import until the end. A library may
+    // give it more than once.
+    if (!isAdded && !entity->holder() && !entity->isHeldByStep()) orphans_.try_emplace(entity, entity);
     placing.entity = entity;
     placing.isFromLibrary = true;
     return true;

@@ -101,6 +101,7 @@ void EDAImporter::placeAsBox(Placing &placing) {
     if (!placing.placement.isOnBoardTop())
         Transform::createRotation(180.0, Transform::YAxis).transform(x, y, z);
     Transform::createRotation(placing.placement.getAngle(true), Transform::ZAxis).transform(x, y, z);
+    // Intended: numbers in the component's units are added to a place in the board's.
     placing.x += x - placing.width * 0.5;
     placing.y += y + placing.depth * 0.5;
     placing.useRect = true;
@@ -119,8 +120,10 @@ void EDAImporter::setComponentShape(Placing &placing) {
     } else if (placing.isCylinder) {
         EntityEditor::setValue(entity, Shape_t, "Cylinder", true);
         setNumber(entity, Diameter_t, facts.diameter, facts.units);
-        // Intended: else the circle's centre plays no part, and none is turned with the component.
+        // Intended: the centre counts only where the definition asks for it, and is mirrored but never
+        // turned.
         if (!placing.component.resetCylinderOriginToCentre()) return;
+        // Intended: in the component's units, and added to a place in the board's.
         placing.x += placing.placement.isOnBoardTop() ? facts.centreX : -facts.centreX;
         placing.y += facts.centreY;
     } else {

@@ -4,7 +4,6 @@
 #include "import/EDAImporterComponentDetail.h"
 
 #include <iterator>
-#include <unordered_set>
 
 namespace EDA {
 
@@ -77,6 +76,7 @@ void EDAImporter::setComponentPlace(const Placing &placing) {
     Entity *const entity = placing.entity;
     const EDAComponentPlacement &placement = placing.placement;
     const double angle = placement.getAngle(true);
+    // Angles are given without a unit: they are in that of the attribute, which is degrees in a new entity.
     setLocation(entity, placing.x, mapZCoord(placing.y), placing.board);
     setLength(entity, Y_Location_t, placement.getOffset(), placing.board);
     if (placing.isComponent()) {
@@ -99,6 +99,8 @@ void EDAImporter::setSolidPlace(const Placing &placing) {
     const EDAComponentPlacement &placement = placing.placement;
     EntityEditor::setValue(entity, Name_t, placement.getReferenceDesignator(), true);
     EntityEditor::setValue(entity, Origin_Point_t, "Low Centre", true);
+    // Intended: sizes in the component's units are added to a location in the board's. The angles have no
+    // unit, as in setComponentPlace.
     setLocation(entity, placing.width * 0.5 + placing.x, placing.depth * 0.5 + mapZCoord(placing.y),
                 placing.board);
     EntityEditor::setValue(entity, Rotation_Mechanism_t, "Ordered", true);
@@ -129,11 +131,8 @@ void EDAImporter::finishComponent(const Placing &placing) const {
 }
 
 void EDAImporter::forgetComponents() {
-    std::unordered_set<const Entity *> going;
-    for (const auto &orphan : orphans_)
-        going.insert(orphan.get());
-    for (auto placed = placedComponents_.begin(); placed != placedComponents_.end() && !going.empty();) {
-        placed = going.count(placed->second) > 0 ? placedComponents_.erase(placed) : std::next(placed);
+    for (auto placed = placedComponents_.begin(); placed != placedComponents_.end() && !orphans_.empty();) {
+        placed = orphans_.count(placed->second) > 0 ? placedComponents_.erase(placed) : std::next(placed);
     }
     orphans_.clear();
     outlineFacts_.clear();

@@ -48,7 +48,8 @@ void fillMaterial(Entity *material, const std::string &name, const std::string &
     }
 }
 
-// Sockets and mechanical parts are made of plastic, all others of the stuff of a typical component.
+// Cable and daughter board sockets and mechanical components are made of plastic, all others of the stuff of
+// a typical component.
 bool isPlastic(const Entity &entity) {
     const Type &type = entity.getType();
     if (type == Daughter_Board_Socket_t || type == Cable_Socket_t) return true;

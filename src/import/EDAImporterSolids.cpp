@@ -9,7 +9,8 @@ using namespace EntityModel;
 
 namespace {
 
-constexpr double minMoldHeight = 1e-9; // Anything less was not given.
+// Anything less was not given. Today no definition ever has a height: its setter sets the width.
+constexpr double minMoldHeight = 1e-9;
 
 double highZ(const EDAOutline &outline) {
     double low = 0.0, high = 0.0;
@@ -50,8 +51,11 @@ void EDAImporter::addMultiBody(Entity *entity, const EDAComponent &component, co
     }
     setNumber(entity, "Height", top, units);
 
-    // The group goes back by what the container moves, so that the solids stay where they are. Intended: the
-    // bound, which is in the component's units, counts here as in the board's.
+    // The group goes back by what the container moves, so that the solids of a container without an outline
+    // of its own stay where they are. Intended: those of one that has its own outline are displaced by its
+    // low corner, from which this host measures what is inside. The shift of the group is fixed, and its
+    // numbers are what users of the format expect. Intended too: the bound, which is in the component's
+    // units, counts here as in the board's.
     x += bound.getXLow();
     y -= bound.getYLow();
     setLocation(group, -bound.getXLow(), -bound.getYLow(), board);
@@ -80,6 +84,8 @@ EDAImporter::Entity *EDAImporter::addBody(Entity *group, const std::string &name
     return body;
 }
 
+// Intended: holes are measured from the board's origin and in the board's units, though the solid itself is
+// measured from the component's origin and in its units.
 void EDAImporter::cutBody(Entity *body, const EDAOutline &outline, const EDABoard &board) const {
     for (auto hole = outline.beginInternalOutlines(); hole != outline.endInternalOutlines(); ++hole) {
         if (hole->isHole()) addSolidHole(body, "Obstruction Hole", "Holes", *hole, board, 0.0, 0.0);
@@ -95,6 +101,7 @@ void EDAImporter::setSolidShape(Entity *solid, const EDAOutline &outline, const 
                                                conversionOptions_.componentTolerance);
     if (isCylinder) {
         EntityEditor::setValue(solid, Shape_t, "Cylinder", true);
+        // Intended: the diameter is in the component's units, and the centre counts as in the board's.
         setNumber(solid, Diameter_t, diameter, units);
         setLocation(solid, x, mapZCoord(y), board);
         return;

@@ -48,7 +48,7 @@ void EDAImporter::addWirebond(Entity *parent, const EDAWirebond &wirebond, const
     tellGeometryEditor(wire);
     EntityEditor::setValue(wire, Name_t, wirebond.getName(), true);
     setLength(wire, Diameter_t, wirebond.getDiameter(), board);
-    // Names only: they are resolved later, so a layer that is not there stops nothing.
+    // Free texts: a layer that is not there stops nothing.
     EntityEditor::setValueNoThrow(wire, From_Layer_t, wirebond.getStartLayer());
     EntityEditor::setValueNoThrow(wire, To_Layer_t, wirebond.getEndLayer());
 

@@ -1,9 +1,14 @@
 // Solder bumps of a package.
+#include "support/CancelAfter.h"
 #include "support/ImportBench.h"
 
-#include <gtest/gtest.h>
+#include <cmath>
+#include <gmock/gmock.h>
 
 using namespace TestSupport;
+using testing::DoubleEq;
+using testing::DoubleNear;
+using testing::Pointwise;
 
 namespace {
 
@@ -171,4 +176,105 @@ TEST(Bumps, APlaceThatIsNoNumberIsLeftUnset) {
     ASSERT_EQ(bumps.size(), 1U);
     EXPECT_EQ(mm(bumps[0], X_Location_t), 0.0);
     EXPECT_EQ(mm(bumps[0], Z_Location_t), 10.0);
+}
+
+namespace {
+
+std::vector<double> instancePlaces(Entity *bump) {
+    const auto *const places =
+        static_cast<const DoubleListAttribute *>(bump->readAttribute(AttributePath(Instance_Placements_t)));
+    std::vector<double> values;
+    for (int i = 0; i < places->getSize(); ++i)
+        values.push_back(places->getNthStandardValue(i, "mm"));
+    return values;
+}
+
+} // namespace
+
+TEST(Bumps, OfGroupedInstancesOnlyOneWithAPlaceThatIsNoNumberIsLeftOut) {
+    BumpBench bench;
+    bench.bump.addInstance("B", std::nan(""), 60);
+    bench.bump.addInstance("C", 35, 50);
+    bench.bump.addInstance("D", 45, -HUGE_VAL);
+    const auto bumps = bench.importBump();
+    ASSERT_EQ(bumps.size(), 1U);
+    EXPECT_EQ(text(bumps[0], Modelling_Type_t), "Multiple Bumps");
+    EXPECT_THAT(instancePlaces(bumps[0]), Pointwise(DoubleEq(), {5.0, 10.0, 25.0, 20.0}));
+}
+
+TEST(Bumps, AGroupWhoseFirstHasNoPlaceKeepsTheOthers) {
+    BumpBench bench;
+    bench.bump.setCentre(std::nan(""), 60);
+    bench.bump.addInstance("B", 25, 60);
+    const auto bumps = bench.importBump();
+    ASSERT_EQ(bumps.size(), 1U);
+    EXPECT_THAT(instancePlaces(bumps[0]), Pointwise(DoubleEq(), {15.0, 10.0}));
+}
+
+TEST(Bumps, AGroupWithoutAnyPlaceKeepsTheInstancesThatANewBumpHas) {
+    BumpBench bench;
+    bench.bump.setCentre(std::nan(""), 60);
+    bench.bump.addInstance("B", 25, HUGE_VAL);
+    const auto grouped = bench.importBump();
+    ASSERT_EQ(grouped.size(), 1U);
+    BumpBench plain;
+    const auto single = plain.importBump();
+    ASSERT_EQ(single.size(), 1U);
+    EXPECT_EQ(instancePlaces(grouped[0]), instancePlaces(single[0]));
+}
+
+TEST(Bumps, OfUngroupedInstancesOneWithoutAPlaceIsWhereTheSourceIs) {
+    BumpBench bench;
+    bench.set(Group_Identical_Bumps_t, "No");
+    bench.bump.addInstance("B", std::nan(""), 50);
+    const auto bumps = bench.importBump();
+    ASSERT_EQ(bumps.size(), 2U);
+    EXPECT_EQ(mm(bumps[1], X_Location_t), 5.0);
+    EXPECT_EQ(mm(bumps[1], Z_Location_t), 20.0);
+}
+
+TEST(Bumps, OnABoardOfAnyOtherShapePlacesCountFromTheCornerOfItsBound) {
+    for (const char *grouped : {"Yes", "No"}) {
+        BumpBench bench;
+        bench.board().addPoint(0, 12, 45, 0.0); // A dent in the left edge.
+        bench.set(Group_Identical_Bumps_t, grouped);
+        bench.bump.addInstance("B", 25, 50);
+        const auto bumps = bench.importBump();
+        EXPECT_EQ(text(bench.substrate, Shape_t), "Polygon");
+        ASSERT_FALSE(bumps.empty());
+        EXPECT_EQ(mm(bumps[0], X_Location_t), 5.0);
+        EXPECT_EQ(mm(bumps[0], Z_Location_t), 10.0);
+        if (bumps.size() == 1) {
+            EXPECT_THAT(instancePlaces(bumps[0]), Pointwise(DoubleEq(), {5.0, 10.0, 15.0, 20.0}));
+        } else {
+            EXPECT_EQ(mm(bumps[1], X_Location_t), 15.0);
+            EXPECT_EQ(mm(bumps[1], Z_Location_t), 20.0);
+        }
+    }
+}
+
+TEST(Bumps, LengthsAndPlacesAreInTheUnitsOfTheBoard) {
+    BumpBench bench;
+    bench.board().setUnits("THOU");
+    bench.bump.addInstance("B", 25, 50);
+    const auto bumps = bench.importBump();
+    ASSERT_EQ(bumps.size(), 1U);
+    EXPECT_NEAR(mm(bumps[0], "Max Diameter"), 0.5 * 0.0254, 1e-12);
+    EXPECT_NEAR(mm(bumps[0], "Height"), 0.4 * 0.0254, 1e-12);
+    EXPECT_NEAR(mm(bumps[0], X_Location_t), 5 * 0.0254, 1e-12);
+    EXPECT_NEAR(mm(bumps[0], Y_Location_t), -0.4 * 0.0254, 1e-12);
+    EXPECT_NEAR(mm(bumps[0], Z_Location_t), 10 * 0.0254, 1e-12);
+    EXPECT_THAT(instancePlaces(bumps[0]), Pointwise(DoubleNear(1e-9), {0.127, 0.254, 0.381, 0.508}));
+}
+
+TEST(Bumps, ACancelBetweenThemKeepsThoseThatWereMade) {
+    BumpBench bench;
+    for (const char *name : {"A", "B", "C"}) {
+        bench.bump.setName(name);
+        bench.board().addBump(bench.bump, false);
+    }
+    CancelAfter progress(1);
+    bench.substrate = bench.import(&progress);
+    EXPECT_EQ(names(bench.bumps()), (Names{"A", "B"}));
+    EXPECT_EQ(progress.finishes, 1);
 }

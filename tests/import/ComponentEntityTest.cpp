@@ -2,6 +2,7 @@
 #include "ComponentSupport.h"
 
 #include <cmath>
+#include <set>
 
 using namespace TestSupport;
 
@@ -191,6 +192,29 @@ TEST(ComponentEntity, AFilteredSolidLeavesNothing) {
     bench.set(Min_Height_t, "10 mm");
     bench.add();
     EXPECT_TRUE(bench.importOnSubstrate().empty());
+}
+
+TEST(ComponentEntity, AFilteredSolidLeavesNoMoldHeatsinkOrMaterials) {
+    for (const bool isFiltered : {false, true}) {
+        ComponentBench bench;
+        bench.set(Filter_On_Height_t, isFiltered ? "Yes" : "No");
+        bench.set(Min_Height_t, "10 mm");
+        bench.part.setMoldEnabled(true);
+        bench.part.setMoldMaterialName("Epoxy");
+        bench.part.getOutline().setMaterial("Silicon");
+        bench.part.addProperty("THERM_COND", "3");
+        bench.placement.setHeatsink(EDA::EDAHeatsink());
+        bench.add();
+        EXPECT_EQ(bench.importOnSubstrate().size(), isFiltered ? 0u : 2u);
+        Entity *const around = bench.boardEntity->getAncestor(Component_t);
+        ASSERT_TRUE(around);
+        EXPECT_EQ(getLinkedEntity(around, HeatsinkLink_t) == nullptr, isFiltered);
+        std::set<std::string> names;
+        for (Entity *material : bench.children(bench.model.root(), Material_t))
+            names.insert(text(material, Name_t));
+        for (const char *made : {"Epoxy", "EDA Import: Conductivity=3 W/(m K)", "Typical Component"})
+            EXPECT_EQ(names.count(made), isFiltered ? 0u : 1u) << made;
+    }
 }
 
 TEST(ComponentEntity, TwoOfOneDesignatorBothStay) {

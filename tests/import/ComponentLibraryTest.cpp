@@ -206,6 +206,23 @@ TEST(ComponentLibrary, ARectangleOnAPolygonalOutlineLiesOnTheCentreOfItsBound) {
     expectPlace(bench.importOne(), 30 + 4 - 1.5 - 10, 70 - (40 + 5.5 + 2.5));
 }
 
+TEST(ComponentLibrary, ARectangleOnACircleLiesOnTheCentreOfItsBound) {
+    LibraryBench bench(asideCircle); // Its centre is (4, 1) from the placement.
+    bench.offer("PART", Component_t, {{"Width", "3 mm"}, {"Depth", "5 mm"}});
+    Entity *const entity = bench.importOne();
+    EXPECT_EQ(text(entity, Shape_t), "Rectangle");
+    expectPlace(entity, 30 + 4 - 1.5 - 10, 70 - (40 + 1 + 2.5));
+}
+
+TEST(ComponentLibrary, ARectangleIsReadInTheComponentsUnits) {
+    LibraryBench bench;
+    bench.part.setUnits("INCH");
+    bench.offer("PART", Component_t, {{"Width", "50.8 mm"}, {"Depth", "15.24 cm"}});
+    Entity *const entity = bench.importOne();
+    expectPlace(entity, 30 + 3 - 1 - 10, 70 - (40 + 6 + 3));
+    EXPECT_EQ(text(entity, Width_t), "50.8 mm");
+}
+
 TEST(ComponentLibrary, ASocketWithoutShapeIsPlacedByTheOutline) {
     LibraryBench bench;
     bench.offer("PART", Daughter_Board_Socket_t, {{"Width", "3 mm"}, {"Length", "5 mm"}});
@@ -308,4 +325,35 @@ TEST(ComponentLibrary, ALibraryThatGivesOneEntityTwiceAddsItOnce) {
     const auto found = bench.importAll();
     ASSERT_THAT(found, ElementsAre(only));
     EXPECT_EQ(text(only, Reference_Designator_t), "U2");
+}
+
+TEST(ComponentLibrary, ALibraryThatGivesOneEntityWithoutAPlaceTwiceHasItFreedOnce) {
+    LibraryBench bench;
+    Entity *const material = EntityEditor::createEntity(Material_t, bench.model.root(), Materials_t);
+    Entity *const only = ScriptedLibrary::makeEntity(Solid_Obstruction_t);
+    EXPECT_TRUE(EntityEditor::addEntity(only, MaterialLink_t, material));
+    bench.library().items["PART"] = {LibraryInterface::Mapped, [only] { return only; }};
+    bench.add();
+    bench.addAs("U2", 50, 40);
+    EXPECT_TRUE(bench.importAll().empty());
+    EXPECT_EQ(bench.library().loads.size(), 2u);
+    EXPECT_TRUE(material->referrers().empty());
+}
+
+TEST(ComponentLibrary, AMaterialOfTheItemGivesWayToAConductivityButNotToThatOfTheOutline) {
+    for (const bool hasConductivity : {false, true}) {
+        LibraryBench bench;
+        Entity *const own = EntityEditor::createEntity(Material_t, bench.model.root(), Materials_t, nullptr,
+                                                       true, true, false, "Own");
+        bench.library().items["PART"] = {LibraryInterface::Mapped, [own] {
+                                             Entity *const entity = ScriptedLibrary::makeEntity(Component_t);
+                                             EXPECT_TRUE(
+                                                 EntityEditor::addEntity(entity, MaterialLink_t, own));
+                                             return entity;
+                                         }};
+        bench.part.getOutline().setMaterial("Silicon");
+        if (hasConductivity) bench.part.addProperty("THERM_COND", "3");
+        EXPECT_EQ(text(getLinkedEntity(bench.importOne(), MaterialLink_t), Name_t),
+                  hasConductivity ? "EDA Import: Conductivity=3 W/(m K)" : "Own");
+    }
 }

@@ -163,6 +163,38 @@ TEST(Driver, LayersAndTracesCountWithDetailedLayersAndLayersAloneWithout) {
     EXPECT_THAT(plain.maxima, ElementsAre(1));
 }
 
+TEST(Driver, ABumpThatMakesNothingCountsToo) {
+    ImportBench bench;
+    bench.rectangle(0, 0, 0, 4, 2);
+    bench.set(Import_Type_t, "Component");
+    EDA::EDABump bump;
+    for (const int type : {0, 1}) {
+        bump.setBumpType(type);
+        bench.board().addBump(bump, false);
+    }
+    RecordingProgress progress;
+    Entity *board = bench.import(&progress);
+    EXPECT_THAT(progress.maxima, ElementsAre(2));
+    EXPECT_THAT(progress.values, ElementsAre(0, 1));
+    EXPECT_EQ(bench.children(board, Bump_t).size(), 1u);
+}
+
+TEST(Driver, WirebondsCountOnlyWhereTheyAreImported) {
+    for (const auto &[option, maximum] : {std::pair{"Yes", 3}, {"No", 1}}) {
+        ImportBench bench;
+        bench.rectangle(0, 0, 0, 40, 20);
+        bench.rectangle(1, 1, 1, 2, 2);
+        bench.set(Import_Type_t, "Component");
+        bench.set(Import_Wirebonds_t, option);
+        bench.board().addWirebond(EDA::EDAWirebond());
+        bench.board().addWirebond(EDA::EDAWirebond());
+        RecordingProgress progress;
+        bench.import(&progress);
+        EXPECT_THAT(progress.maxima, ElementsAre(maximum)) << option;
+        EXPECT_EQ(progress.values.size(), static_cast<size_t>(maximum)) << option;
+    }
+}
+
 TEST(Driver, EachStepShowsTheCountBeforeIt) {
     ImportBench bench;
     fillBoard(bench);

@@ -76,6 +76,20 @@ TEST(FilterEdges, AComponentOfInternalOutlinesAloneIsJudgedByItsHeight) {
     EXPECT_TRUE(isFiltered(bench));
 }
 
+TEST(FilterEdges, AComponentOfInternalOutlinesAloneHasNoSizeToBeJudgedBy) {
+    for (const int index : {0, 1}) {
+        ImportBench bench;
+        EDA::EDAComponent part("ELECTRICAL");
+        part.setUnits("MM");
+        for (const auto &[x, y] : {std::pair{0.0, 0.0}, {3.0, 0.0}, {3.0, 4.0}})
+            part.addPoint(index, x, y, 0.0);
+        bench.board().addComponent(part, false);
+        bench.set(Filter_On_Size_t, "Yes");
+        bench.set(Min_Diagonal_Size_t, "100 mm");
+        EXPECT_EQ(isFiltered(bench), index == 0);
+    }
+}
+
 TEST(FilterEdges, AnyOneFilterIsEnough) {
     ImportBench bench;
     EDA::EDAComponent part = squarePart(10.0);
@@ -167,6 +181,15 @@ TEST(TypeMapEdges, LinesOfOtherSystemsAndBlankLinesAreRead) {
 }
 
 TEST(TypeMapEdges, AnEmptyFileGivesAnEmptyMap) { EXPECT_TRUE(mapOf("").empty()); }
+
+TEST(TypeMapEdges, AUsersFileOfRowsWithoutATypeGivesWayToTheDefaultFile) {
+    const TempFolder folder;
+    const EDA::EDAImporter importer(nullptr, folder.write("user.csv", "R\nC\n\n"),
+                                    folder.write("default.csv", "L,Inductor\n"));
+    std::map<std::string, std::string> map;
+    importer.getTypeMap(map);
+    EXPECT_THAT(map, ElementsAre(Pair("L", "Inductor")));
+}
 
 TEST(TypeMapEdges, AnyBytesGiveAMap) {
     using namespace std::string_literals;

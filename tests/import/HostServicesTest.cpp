@@ -69,6 +69,26 @@ TEST(HostServices, TheGeometryEditorIsToldOfTheSubstrateAndNotOfItsComponent) {
     EXPECT_THAT(editor.told, ElementsAre(std::pair(board, true)));
 }
 
+TEST(HostServices, TheGeometryEditorIsToldOfBumpsAndWiresButNotOfCopies) {
+    NotingEditor editor;
+    ImportBench bench;
+    bench.rectangle(0, 0, 0, 4, 2);
+    bench.set(Import_Type_t, "Component");
+    bench.set(Group_Identical_Bumps_t, "No");
+    EDA::EDABump bump;
+    bump.setBumpType(1);
+    bump.addInstance("copy", 1, 1);
+    bench.board().addBump(bump, false);
+    bench.board().addWirebond(EDA::EDAWirebond());
+    Entity *board = bench.import();
+    const auto bumps = bench.children(board, Bump_t);
+    const auto wires = bench.children(board->getAncestor(Subcomponent_Group_t), Wirebond_t);
+    ASSERT_EQ(bumps.size(), 2u);
+    ASSERT_EQ(wires.size(), 1u);
+    EXPECT_THAT(editor.told,
+                ElementsAre(std::pair(board, true), std::pair(bumps[0], true), std::pair(wires[0], true)));
+}
+
 TEST(HostServices, TheGeometryEditorIsNotToldOfABoardThatWasThereOrCouldNotBeMade) {
     NotingEditor editor;
     ImportBench bench;

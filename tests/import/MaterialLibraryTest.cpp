@@ -141,3 +141,9 @@ TEST(MaterialLibraries, UndoTakesTheCopyOut) {
     UndoStack::instance().undo();
     EXPECT_EQ(ModelFile::toText(bench.model), before);
 }
+
+TEST(MaterialLibraries, AnItemWithASlashOfAnotherLibraryDoesNotPassForOneOfTheVendors) {
+    const MaterialLibrary other("Vendor Libraries", {{"Materials/Copper", 2.0}});
+    const MaterialLibrary library(vendor, {{"Copper", 1.0}});
+    EXPECT_EQ(ConductorBench("Copper").conductivity(), 1.0);
+}

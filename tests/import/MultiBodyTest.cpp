@@ -270,6 +270,20 @@ TEST(MultiBody, TheBuiltSolidsStandWhereTheFileHasThem) {
     EXPECT_NEAR(bound.getYHigh(), 0.0016 + 0.004, 1e-12);
 }
 
+// The host measures what is inside from the low corner of the container's own outline, here (1, -9), and the
+// group's shift does not take that back.
+TEST(MultiBody, AnOwnOutlineDisplacesTheBuiltSolidsByItsLowCorner) {
+    BodyBench bench;
+    bench.add(BodyBench::body("6,3 11,3 11,5 6,5", "lid", 0.5, 4.0));
+    ASSERT_TRUE(bench.importContainer());
+    EntityGUI::GeometryBuilder builder;
+    const Geometry::Part *const lid = builder.buildPart(bench.solids.at(1));
+    ASSERT_TRUE(lid);
+    const Geometry::Bound bound = lid->getBound();
+    EXPECT_NEAR(bound.getXLow(), 0.026 + 0.001, 1e-12);
+    EXPECT_NEAR(bound.getZLow(), 0.025 - 0.009, 1e-12);
+}
+
 TEST(MultiBody, UndoTakesTheSolidsBack) {
     BodyBench bench;
     EDA::EDAOutline lid = BodyBench::body("0,0 20,0 20,20 0,20", "lid", 0.0, 1.0);
@@ -333,6 +347,23 @@ TEST(SolidHoles, AnyOtherShapeIsAPolygonOfMappedPointsAtZero) {
     EXPECT_EQ(text(hole, Shape_t), "Polygon");
     EXPECT_EQ(text(hole, Outline_t), "2,47,6,47,6,40 <mm>");
     expectPlace(hole, 0, 0);
+}
+
+TEST(SolidHoles, TheyAreInTheUnitsOfTheBoardWhateverThoseOfTheComponent) {
+    for (const char *points : {"12,23 16,23 16,30 12,30", "12,23 16,23 16,30"}) {
+        HoleBench bench;
+        bench.part.setUnits("IN");
+        Entity *const hole = bench.importHole(EDA::test::hole(points));
+        ASSERT_TRUE(hole);
+        EXPECT_EQ(text(bench.solids.at(1), Outline_t), "0,0,40,0,40,-40,0,-40 <in>");
+        if (text(hole, Shape_t) == "Polygon") {
+            EXPECT_EQ(text(hole, Outline_t), "2,47,6,47,6,40 <mm>");
+        } else {
+            EXPECT_EQ(text(hole, Width_t), "4 mm");
+            EXPECT_EQ(text(hole, Depth_t), "7 mm");
+            expectPlace(hole, 2, 40);
+        }
+    }
 }
 
 TEST(SolidHoles, ReaderOptionsReachTheCircleTest) {

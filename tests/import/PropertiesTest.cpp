@@ -219,6 +219,22 @@ TEST(ThermalConductivity, EqualTextsShareOneMaterial) {
     EXPECT_EQ(getLinkedEntity(placed[0], MaterialLink_t), getLinkedEntity(placed[1], MaterialLink_t));
 }
 
+TEST(ThermalConductivity, EqualTextsOfTwoDefinitionsShareOneMaterial) {
+    ComponentBench bench;
+    bench.part.addProperty("THERM_COND", "3");
+    EDA::EDAComponent other = bench.part;
+    other.setName("OTHER");
+    bench.board().addComponent(other, false);
+    bench.add();
+    bench.placement.setName("OTHER");
+    bench.addAs("U2", 50, 40);
+    const auto placed = bench.importAll();
+    ASSERT_EQ(placed.size(), 2u);
+    EXPECT_EQ(text(placed[0], Model_t) + text(placed[1], Model_t), "PARTOTHER");
+    EXPECT_TRUE(getLinkedEntity(placed[0], MaterialLink_t));
+    EXPECT_EQ(getLinkedEntity(placed[0], MaterialLink_t), getLinkedEntity(placed[1], MaterialLink_t));
+}
+
 TEST(ThermalConductivity, AConstructedMaterialIsFoundAgainAndKeepsItsValues) {
     ComponentBench bench;
     Entity *const own = EntityEditor::createEntity(Material_t, bench.model.root(), Materials_t, nullptr, true,

@@ -1,4 +1,5 @@
 // Bond wires of a package.
+#include "support/CancelAfter.h"
 #include "support/ImportBench.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +65,12 @@ TEST(Wirebonds, AWireAndItsPiecesAreLocked) {
     EXPECT_TRUE(wire->findAttribute(Placement_t)->isLocked());
     for (Entity *junction : bench.children(wire, Wirebond_Junction_t))
         EXPECT_TRUE(junction->findAttribute(Placement_t)->isLocked());
-    for (Entity *segment : bench.children(wire, Wirebond_Segment_t))
+    const auto segments = bench.children(wire, Wirebond_Segment_t);
+    EXPECT_FALSE(segments.empty());
+    for (Entity *segment : segments) {
+        EXPECT_TRUE(segment->findAttribute(Geometry_t)->isLocked());
         EXPECT_TRUE(segment->findAttribute(Placement_t)->isLocked());
+    }
 }
 
 TEST(Wirebonds, NPointsAndALandingMakeOneMoreJunctionAndNSegments) {
@@ -177,4 +182,43 @@ TEST(Wirebonds, APlaceThatIsNoNumberIsLeftUnsetAndTheLandingFollowsIt) {
     ASSERT_EQ(junctions.size(), 2U);
     expectPlace(junctions[0], 0, 0.81, 10);
     expectPlace(junctions[1], 0, 0.8, 10);
+}
+
+TEST(Wirebonds, OnABoardOfAnyOtherShapePlacesCountFromTheCornerOfItsBound) {
+    WireBench bench;
+    bench.board().addPoint(0, 12, 45, 0.0); // A dent in the left edge.
+    bench.point(15, 60, 2);
+    bench.point(25, 50, 2);
+    Entity *const wire = bench.importWire();
+    ASSERT_TRUE(wire);
+    EXPECT_EQ(text(bench.children(bench.group, Substrate_t).at(0), Shape_t), "Polygon");
+    const auto junctions = bench.children(wire, Wirebond_Junction_t);
+    ASSERT_EQ(junctions.size(), 3U);
+    expectPlace(junctions[0], 5, 2, 10);
+    expectPlace(junctions[2], 15, 0.8, 20);
+}
+
+TEST(Wirebonds, LengthsAndPlacesAreInTheUnitsOfTheBoard) {
+    WireBench bench;
+    bench.board().setUnits("THOU");
+    bench.point(15, 60, 2);
+    bench.point(25, 50, 2);
+    Entity *const wire = bench.importWire();
+    ASSERT_TRUE(wire);
+    EXPECT_NEAR(mm(wire, Diameter_t), 0.02 * 0.0254, 1e-12);
+    const auto junctions = bench.children(wire, Wirebond_Junction_t);
+    ASSERT_EQ(junctions.size(), 3U);
+    expectPlace(junctions[0], 5 * 0.0254, 2 * 0.0254, 10 * 0.0254);
+    expectPlace(junctions[2], 15 * 0.0254, 0.8 * 0.0254, 20 * 0.0254);
+}
+
+TEST(Wirebonds, ACancelBetweenThemKeepsThoseThatWereMade) {
+    WireBench bench;
+    for (int i = 0; i < 3; ++i)
+        bench.board().addWirebond(bench.wire);
+    CancelAfter progress(1);
+    Entity *const substrate = bench.import(&progress);
+    ASSERT_TRUE(substrate);
+    EXPECT_EQ(bench.children(substrate->getAncestor(Subcomponent_Group_t), Wirebond_t).size(), 2U);
+    EXPECT_EQ(progress.finishes, 1);
 }

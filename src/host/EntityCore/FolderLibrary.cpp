@@ -84,10 +84,14 @@ public:
         const std::string file = folder_ + "/materials.json";
         if (!FileSystem::File::exists(file)) return true;
         std::string error;
-        registered = LibraryManager::addLibraryFile(LibraryManager::vendorMaterialsPath, file, error);
+        const auto added = LibraryManager::addLibraryFile(LibraryManager::vendorMaterialsPath, file, error);
+        if (added != 0) {
+            registered = added;
+        } else {
+            report(error);
+        }
         hasMaterials = registered != 0;
-        if (!hasMaterials) report(error);
-        return hasMaterials;
+        return added != 0;
     }
 
     std::vector<Row> rows;

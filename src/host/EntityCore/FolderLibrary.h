@@ -43,7 +43,7 @@ public:
     size_t getNumRows() const;
 
     // Registers "materials.json" of the folder as LibraryManager::vendorMaterialsPath, in place of any other.
-    // True without such a file; false, with a message, when it is broken.
+    // True without such a file; false, with a message, when it is broken; then what was registered stays.
     bool registerMaterials();
 
     // What was left out: the file, the place in it and the reason. Grows as items are loaded.

@@ -94,13 +94,14 @@ LibraryRecord *LibraryManager::findItemByNameAndType(const std::string &name, co
 }
 
 LibraryRecord *LibraryManager::findItemByPath(const std::string &path, const Type &type) {
-    // Both the library's path and the item's name may hold slashes.
+    // Both the library's path and the item's name may hold slashes: the longest path of a library counts.
     const Registry &registry = Registry::instance();
-    size_t slash = path.find('/');
-    for (; slash <= registry.longestPath(); slash = path.find('/', slash + 1)) {
+    size_t slash = path.rfind('/', registry.longestPath());
+    while (slash != std::string::npos) {
         const Library *const library = registry.find(path.substr(0, slash));
-        if (!library) continue;
-        if (LibraryRecord *const item = library->find(path.substr(slash + 1), type)) return item;
+        LibraryRecord *const item = library ? library->find(path.substr(slash + 1), type) : nullptr;
+        if (item) return item;
+        slash = slash == 0 ? std::string::npos : path.rfind('/', slash - 1);
     }
     return nullptr;
 }

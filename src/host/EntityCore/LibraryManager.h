@@ -73,7 +73,8 @@ public:
     static LibraryRecord *findItemByNameAndType(const std::string &name, const EntityModel::Type &type,
                                                 Library *library, const std::string &);
 
-    // The item of a path as LibraryRecord::getLibraryPath gives it, or null.
+    // The item of a path as LibraryRecord::getLibraryPath gives it, or null. Where the path can be read in
+    // several ways, the item of the library with the longest path.
     static LibraryRecord *findItemByPath(const std::string &path, const EntityModel::Type &type);
 
     // Tells one registration from all others of the process; 0 is none.

@@ -69,7 +69,8 @@ constexpr Row boardHole(char const *type) {
     return row;
 }
 
-// The holes of a solid come in the coordinates of the solid's own outline.
+// A hole of a solid is measured in the frame of the solid's own outline, not from its corner. The importer
+// writes numbers that count from the board's origin; they are taken in this frame as they stand.
 constexpr Row solidHole(char const *type) {
     Row row{type};
     row.base = PartBase::ThroughOwner;

@@ -261,6 +261,19 @@ TEST_F(FolderLibraryTest, TheFoldersMaterialsAreTheVendorLibraryWhileTheLibraryL
     EXPECT_EQ(find(), nullptr);
 }
 
+TEST_F(FolderLibraryTest, MaterialsThatBreakLaterLeaveTheFirstRegistrationForTheLibrarysLife) {
+    using Manager = LibraryManager::LibraryManager;
+    const auto find = [] { return Manager::findLibraryByLibraryPath(Manager::vendorMaterialsPath, nullptr); };
+    folder.write("materials.json", gumComponent("x"));
+    EXPECT_TRUE(folder.open().registerMaterials());
+    folder.write("materials.json", "{");
+    EXPECT_FALSE(library().registerMaterials());
+    EXPECT_EQ(library().getMessages().size(), 1u);
+    EXPECT_TRUE(find());
+    folder.library.reset();
+    EXPECT_EQ(find(), nullptr);
+}
+
 TEST_F(FolderLibraryTest, WithoutMaterialsNothingIsRegistered) {
     EXPECT_TRUE(library().registerMaterials());
     EXPECT_THAT(library().getMessages(), IsEmpty());

@@ -102,6 +102,16 @@ TEST_F(LibraryManagerTest, SlashesInNamesAndPathsAreToldApart) {
     EXPECT_EQ(conductivity(*create("A/B/y")), 5.0);
 }
 
+TEST_F(LibraryManagerTest, OfTwoReadingsOfAPathThatWithTheLongestLibraryCounts) {
+    const Manager::Ticket first = add("V", material(2, "M/Copper", 1) + "," + material(3, "M/Tin", 2));
+    const Manager::Ticket second = add("V/M", material(2, "Copper", 3));
+    EXPECT_EQ(conductivity(*create("V/M/Copper")), 3.0);
+    EXPECT_EQ(conductivity(*create("V/M/Tin")), 2.0) << "the only reading";
+    EXPECT_TRUE(Manager::removeLibrary(second));
+    EXPECT_EQ(conductivity(*create("V/M/Copper")), 1.0);
+    EXPECT_TRUE(Manager::removeLibrary(first));
+}
+
 TEST_F(LibraryManagerTest, ALoaderWithoutAKnownPathSuppliesNothing) {
     EXPECT_EQ(conductivity(*create("")), 0.0);
     EXPECT_EQ(conductivity(*create("A/none")), 0.0);
