@@ -16,7 +16,7 @@ namespace EDA {
 //     EDA::EDAExporter().exportBoard(entity, board, "MM");
 //
 // Entity X and Z become board x and -y, moved so that the low-x, high-y corner of the outline's bound is
-// where the items count from: the exact undoing of what the importer does.
+// where the items count from: for a polygonal board the exact undoing of what the importer does.
 //
 // Components that are modelled in detail, and vias that belong to components, are looked up in the geometry
 // builder of EntityManager. The exporter builds nothing: without a built part such a component has no
@@ -34,7 +34,8 @@ public:
     // Adds the board of `boardEntity`, a PCB or a substrate, to `board`, which should be empty: it is not
     // cleared. A null entity does nothing. All lengths are in `units`; empty means those of the user's
     // preferences, "MM" or "THOU", and without any those of the previous call. A unit that the host does not
-    // know is handed to the host as it is.
+    // know is handed to the host as it is, which then gives each number in a unit of its own: such a board is
+    // in no one unit, and sums of lengths in it mean nothing.
     void exportBoard(EntityModel::Entity *boardEntity, EDABoard &board, const std::string &units);
 
 private:

@@ -4,6 +4,8 @@
 #include "host/EntityModel/Types.h"
 #include "host/Tools/DoubleDisplay.h"
 
+#include <cmath>
+
 namespace EDA {
 
 using namespace EntityModel;
@@ -55,6 +57,11 @@ const Entity *sourceOf(const Row &row, const Entity *entity) {
     return entity;
 }
 
+// A product may go beyond all numbers, and a property of no number helps nobody.
+void addFinite(const char *property, double value, EDAComponent &component) {
+    if (std::isfinite(value)) component.addProperty(property, plainText(value));
+}
+
 void addPower(const Entity *entity, EDAComponent &component) {
     const double milliwatts = getDoubleValue(entity, Thermal_Design_Power_t, "mW", 0.0);
     if (getStandardDoubleValue(entity, Thermal_Design_Power_t, 0.0) > smallestPower)
@@ -62,7 +69,7 @@ void addPower(const Entity *entity, EDAComponent &component) {
     const double utilisation = getStandardDoubleValue(entity, Utilisation_t, 0.0);
     // Intended: here the power counts in milliwatts, so one that is too small for POWER_MAX may still show.
     if (utilisation > smallestPower && milliwatts > smallestPower)
-        component.addProperty("POWER_OPR", plainText(utilisation * milliwatts * 0.01));
+        addFinite("POWER_OPR", utilisation * milliwatts * 0.01, component);
 }
 
 } // namespace

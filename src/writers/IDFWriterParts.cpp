@@ -50,8 +50,7 @@ void IDFWriter::writeComponents(EDABoard const &board, FileSystem::FFofstream &s
         rows.add('.').addBare(type).endRow();
         rows.addQuoted(utf8ToLatin1(part->getName())).add(' ').addQuoted(part->getPartNumber()).add(' ');
         rows.addBare(part->getUnits()).add(' ').add(part->getHeight()).endRow();
-        rows.flush();
-        writeOutline(part->getOutline(), stream);
+        addOutline(part->getOutline(), rows);
         for (auto property = part->beginProperties(); property != part->endProperties(); ++property)
             addProperty(property->first, property->second, rows);
         rows.add(".END_").addBare(type).endRow();

@@ -33,12 +33,16 @@ void addLoop(int loop, EDAOutline const &outline, IDFRows &rows) {
 
 } // namespace
 
-void IDFWriter::writeOutline(EDAOutline const &outline, FileSystem::FFofstream &stream) const {
-    IDFRows rows(stream);
+void addOutline(EDAOutline const &outline, IDFRows &rows) {
     int loop = 0;
     addLoop(loop, outline, rows);
     for (auto inner = outline.beginInternalOutlines(); inner != outline.endInternalOutlines(); ++inner)
         addLoop(++loop, *inner, rows);
+}
+
+void IDFWriter::writeOutline(EDAOutline const &outline, FileSystem::FFofstream &stream) const {
+    IDFRows rows(stream);
+    addOutline(outline, rows);
 }
 
 void IDFWriter::writeBoardOutline(EDABoard const &board, FileSystem::FFofstream &stream) const {
@@ -59,8 +63,7 @@ void IDFWriter::writeKeepouts(EDABoard const &board, FileSystem::FFofstream &str
         rows.add('.').add(type).add(" UNOWNED").endRow();
         if (hasSide)
             rows.addBare(idfSide(keepout->getBoardSide())).add(' ').add(keepout->getHeight()).endRow();
-        rows.flush();
-        writeOutline(keepout->getOutline(), stream);
+        addOutline(keepout->getOutline(), rows);
         rows.add(".END_").add(type).endRow();
     }
 }

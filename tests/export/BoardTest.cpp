@@ -110,15 +110,21 @@ TEST_F(ExportedBoard, IsTheSameTwice) {
     EXPECT_EQ(rowsOf(first.getOutline()), rowsOf(second.getOutline()));
 }
 
-// A copied exporter carries the units along: nothing else could tell.
-TEST_F(ExportedBoard, ExportersCanBeCopiedAndAssigned) {
-    const EDA::EDAExporter first;
-    EDA::EDAExporter copy(first);
+// The units of its last call, all that an exporter keeps, never show under this host: its preferences always
+// name some. So this tells no more than that a used exporter's copies export as a new one does.
+TEST_F(ExportedBoard, CopiedAndAssignedExportersExportAsANewOne) {
+    EDA::EDAExporter used;
+    EDA::EDABoard before;
+    used.exportBoard(pcb, before, "THOU");
+    EDA::EDAExporter copy(used);
     EDA::EDAExporter assigned;
-    assigned = copy;
-    EDA::EDABoard board;
-    assigned.exportBoard(pcb, board, "mm");
-    EXPECT_EQ(board.getOutline().numPoints(), 5u);
+    assigned = used;
+    for (EDA::EDAExporter *exporter : {&copy, &assigned}) {
+        EDA::EDABoard board;
+        exporter->exportBoard(pcb, board, "cm");
+        EXPECT_EQ(board.getUnits(), "cm");
+        EXPECT_EQ(rowsOf(board.getOutline()), rowsOf(exported("cm").getOutline()));
+    }
 }
 
 // Every kind of entity that the export looks at, with values, defaults and built parts.

@@ -54,6 +54,12 @@ TEST_F(ExportedPlacement, LocationBeyondAllNumbersIsZero) {
     expectPlace(placement(exported()), 0, -6);
 }
 
+TEST_F(ExportedPlacement, LocationBeyondAllNumbersDownTheBoardIsZero) {
+    set(pcb, {{"Outline", "0,-1e308,1,-1e308,1,-1.2e308 <mm>"}});
+    addComponent(at("7 mm", "-1e308 mm", {{"Shape", "Cylinder"}, {"Diameter", "5 mm"}}));
+    expectPlace(placement(exported()), 7, 0);
+}
+
 TEST_F(ExportedPlacement, IsPlaced) {
     addComponent();
     EXPECT_EQ(placement(exported()).getStatus(), "PLACED");

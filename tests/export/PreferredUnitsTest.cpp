@@ -5,6 +5,7 @@
 #include "support/TempFolder.h"
 
 #include <cstdlib>
+#include <string>
 
 using namespace TestSupport;
 
@@ -13,19 +14,33 @@ namespace {
 class PreferredUnits : public ExportScene {
 protected:
     void SetUp() override {
-#if defined(_WIN32)
-        _putenv_s("EDA_CONFIG_DIR", folder.path().c_str());
-#else
-        setenv("EDA_CONFIG_DIR", folder.path().c_str(), 1);
-#endif
+        if (const char *const old = std::getenv(variable)) before = old;
+        setVariable(folder.path());
         UserPreference::instance().reload();
     }
-    void TearDown() override { UserPreference::instance().reload(); }
+    void TearDown() override {
+        setVariable(before);
+        UserPreference::instance().reload();
+    }
+
+    // An empty text takes the variable away.
+    static void setVariable(const std::string &text) {
+#if defined(_WIN32)
+        _putenv_s(variable, text.c_str());
+#else
+        if (text.empty())
+            unsetenv(variable);
+        else
+            setenv(variable, text.c_str(), 1);
+#endif
+    }
 
     static void prefer(const char *units) {
         set(UserPreference::instance().getPreferences(), {{"Global Units", units}});
     }
 
+    static constexpr const char *variable = "EDA_CONFIG_DIR";
+    std::string before;
     TempFolder folder;
 };
 

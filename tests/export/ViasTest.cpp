@@ -208,4 +208,13 @@ TEST_F(ExportedInnerVia, ThreePlacementsWithBuiltPartsAddTheirLocationTwice) {
     expectCentres({{x, -z}, {x + 1, -z}, {x + 1, -z - 2}});
 }
 
+// The origin of the via turns with the part about its middle, (24, 12), to (25, 14); the pattern stays as it
+// is.
+TEST_F(ExportedInnerVia, ThreePlacementsOfATurnedPartAreNotTurned) {
+    Entity *const via = addThree(part);
+    build({pcb, part, via});
+    const double x = 10 + 25 + 2 + 10, z = -70 + 14 + 3 - 70;
+    expectCentres({{x, -z}, {x + 1, -z}, {x + 1, -z - 2}});
+}
+
 } // namespace

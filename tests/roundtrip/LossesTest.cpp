@@ -160,7 +160,7 @@ TEST_F(KnownLoss, TheSideOfAViaKeepoutIsNotInIdfFiles) {
     EXPECT_NE(exported(throughFiles(first)).beginKeepouts()->getBoardSide(), "Top");
 }
 
-// The importer makes no vias of drilled holes yet; those that a model has are written.
+// The importer makes no vias of drilled holes; those that a model has are written.
 TEST_F(KnownLoss, ViasOfAModelAreWrittenAndNotReadAgain) {
     addRectangularEdge();
     const Generation first = imported(design);

@@ -1,13 +1,11 @@
 // Parts without any symmetry cover the same places of the board, generation after generation.
-#include "RoundTrip.h"
-
-#include "host/Geometry/Part.h"
+#include "Cover.h"
 
 using namespace TestSupport;
 
 namespace {
 
-constexpr double width = 100.0, depth = 60.0, step = 0.37;
+constexpr double width = 100.0, depth = 60.0;
 
 struct Case {
     bool isPolygonBoard;
@@ -28,28 +26,6 @@ protected:
         design.addComponent(brick, true);
         place("HOOK", "U1", 42.3, 51.9, GetParam().angle, GetParam().side);
         place("BRICK", "U2", 77.7, 48.1, GetParam().angle, GetParam().side);
-    }
-
-    // The points of a grid over the board, counted from its corner, that the part covers.
-    static std::vector<std::pair<int, int>> coverOf(const Generation &generation,
-                                                    const std::string &designator) {
-        std::vector<std::pair<int, int>> cover;
-        const Geometry::Part *const board = generation.parts->getPart(generation.pcb);
-        const Geometry::Part *const part = generation.parts->getPart(generation.part(designator));
-        if (!board || !part) return cover;
-        const Geometry::Bound &frame = board->getGeometry()->getBound();
-        const double y = 0.5 * (part->getBound().getYLow() + part->getBound().getYHigh());
-        for (int i = 0; i * step < width; ++i) {
-            for (int j = 0; j * step < depth; ++j) {
-                Geometry::Vec3T<double> point(frame.getXLow() + i * step * 1e-3, 0.0,
-                                              frame.getZLow() + j * step * 1e-3);
-                board->getGeometry()->getTransform().transform(point);
-                bool onSurface = false;
-                if (part->getGeometry()->contains(point.x, y, point.z, onSurface, 1e-9))
-                    cover.emplace_back(i, j);
-            }
-        }
-        return cover;
     }
 };
 

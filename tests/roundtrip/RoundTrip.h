@@ -38,11 +38,18 @@ struct Generation {
         getLinkedEntities(pcb, list, found);
         return found;
     }
+    // A part of the board, or one that is plugged into a socket of it.
     Entity *part(const std::string &designator) const {
+        const auto isIt = [&designator](const Entity *entity) {
+            return entity && getPreciceStringValue(entity, Reference_Designator_t, "") == designator;
+        };
         std::vector<Entity *> children;
         pcb->getChildEntities(children);
-        for (Entity *child : children)
-            if (getPreciceStringValue(child, Reference_Designator_t, "") == designator) return child;
+        for (Entity *child : children) {
+            if (isIt(child)) return child;
+            Entity *const plugged = getLinkedEntity(child, ComponentLink_t);
+            if (isIt(plugged)) return plugged;
+        }
         return nullptr;
     }
 };

@@ -49,6 +49,13 @@ protected:
         readWell("out", reader);
         return reader.getBoard();
     }
+
+    using Properties = std::vector<std::pair<std::string, std::string>>;
+    // Those of the first component.
+    Properties propertiesBack() {
+        const auto part = back().beginComponents();
+        return {part->beginProperties(), part->endProperties()};
+    }
     IDFReader reader;
 };
 
@@ -189,13 +196,7 @@ TEST_F(IDFRoundTrip, PropertiesComeBack) {
     EDA::EDAComponent &part = addComponent("A");
     part.addProperty("POWER_OPR", "250.5");
     part.addProperty("4ZETA_TYPE", "Chip Socket");
-    back();
-    const std::vector<std::pair<std::string, std::string>> wanted = {{"POWER_OPR", "250.5"},
-                                                                     {"4ZETA_TYPE", "Chip Socket"}};
-    const auto part2 = reader.getBoard().beginComponents();
-    EXPECT_EQ(
-        (std::vector<std::pair<std::string, std::string>>(part2->beginProperties(), part2->endProperties())),
-        wanted);
+    EXPECT_EQ(propertiesBack(), (Properties{{"POWER_OPR", "250.5"}, {"4ZETA_TYPE", "Chip Socket"}}));
 }
 
 // Boards that the writer does not mend and the reader does not understand.
@@ -246,6 +247,39 @@ TEST_F(IDFRoundTrip, APropertyKeyWithABlankBecomesAPoint) {
     const auto last = part2->getOutline().endPoints() - 1;
     EXPECT_EQ(last->x, 0.0);
     EXPECT_EQ(last->y, 0.0);
+}
+
+TEST_F(IDFRoundTrip, PropertiesWithoutKeyOrWithoutValueAreLost) {
+    EDA::EDAComponent &part = addComponent("A");
+    part.addProperty("EMPTY", "");
+    part.addProperty("", "250");
+    part.addProperty("POWER_MAX", "250");
+    EXPECT_EQ(propertiesBack(), (Properties{{"POWER_MAX", "250"}}));
+}
+
+TEST_F(IDFRoundTrip, ABareValueThatStartsWithAQuoteLosesIt) {
+    addComponent("A").addProperty("SIZE", "\"12");
+    EXPECT_EQ(propertiesBack(), (Properties{{"SIZE", "12"}}));
+}
+
+TEST_F(IDFRoundTrip, APlaceKeepoutWithoutSideCannotBeRead) {
+    EDA::EDAKeepout keepout("PLACE_KEEPOUT");
+    keepout.setHeight(2.5);
+    addPoints(keepout.getOutline(), 0, "0,0 1,0 1,1");
+    board.addKeepout(keepout);
+    write(board, "out");
+    EXPECT_FALSE(read("out", reader));
+    EXPECT_EQ(reader.getError(), "IDF Component Keepout record 2 has incorrect number of entries: <2.5>");
+}
+
+TEST_F(IDFRoundTrip, AnUnnamedComponentComesBackUnnamed) {
+    addComponent("");
+    addPlacement("");
+    back();
+    ASSERT_EQ(reader.getBoard().numComponents(), 1u);
+    EXPECT_EQ(reader.getBoard().beginComponents()->getName(), "");
+    EXPECT_EQ(reader.getBoard().beginComponents()->getPartNumber(), "P1");
+    EXPECT_EQ(reader.getBoard().beginPlacements()->getName(), "");
 }
 
 TEST_F(IDFRoundTrip, ComponentsOfOtherTypesAreLost) {

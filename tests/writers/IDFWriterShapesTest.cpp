@@ -58,6 +58,21 @@ TEST_F(IDFWriterShapes, ADifferenceOfTheToleranceIsOpen) {
     EXPECT_EQ(rows("0,0 4,0 4,2 0,0.5"), "0 0 0 0\n0 4 0 0\n0 4 2 0\n0 0 0.5 0\n0 0 0 0\n");
 }
 
+TEST_F(IDFWriterShapes, ADifferenceOfTheToleranceInXAloneIsOpen) {
+    EDA::test::ToleranceGuard guard;
+    EDAOutline::ptTol = 0.5;
+    EXPECT_EQ(rows("0,0 4,0 4,2 0.5,0"), "0 0 0 0\n0 4 0 0\n0 4 2 0\n0 0.5 0 0\n0 0 0 0\n");
+}
+
+TEST_F(IDFWriterShapes, TheToleranceHoldsForInternalOutlinesToo) {
+    EDA::test::ToleranceGuard guard;
+    EDAOutline::ptTol = 0.5;
+    for (const char *points : {"1,1 4,1 4,2 1,1.5", "1,1 4,1 4,2 1.25,1.25"})
+        board.getOutline().addInternalOutline(hole(points));
+    EXPECT_EQ(rows(), "1 1 1 0\n1 4 1 0\n1 4 2 0\n1 1 1.5 0\n1 1 1 0\n"
+                      "2 1 1 0\n2 4 1 0\n2 4 2 0\n2 1.25 1.25 0\n");
+}
+
 TEST_F(IDFWriterShapes, ADifferenceBelowTheToleranceIsClosed) {
     EDA::test::ToleranceGuard guard;
     EDAOutline::ptTol = 0.5;
