@@ -16,10 +16,7 @@ namespace {
 void checkArguments(const Arguments &arguments) {
     if (arguments.operands().empty()) throw UsageFailure("convert needs a FILE; see: eda convert --help");
     if (!arguments.has("--output")) throw UsageFailure("convert needs -o OUT.emn; see: eda convert --help");
-    if (arguments.has("--units") && idfUnits(arguments.value("--units")).empty()) {
-        throw UsageFailure("--units " + inQuotes(arguments.value("--units")) +
-                           " is no unit of IDF files; it takes MM or THOU");
-    }
+    checkIdfUnits(arguments);
 }
 
 int run(const Arguments &arguments) {

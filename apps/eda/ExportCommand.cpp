@@ -58,10 +58,7 @@ void checkArguments(const Arguments &arguments) {
     if (arguments.operands().size() != 1)
         throw UsageFailure("export needs one MODEL.json; see: eda export --help");
     if (!arguments.has("--output")) throw UsageFailure("export needs -o OUT.emn; see: eda export --help");
-    if (arguments.has("--units") && idfUnits(arguments.value("--units")).empty()) {
-        throw UsageFailure("--units " + inQuotes(arguments.value("--units")) +
-                           " is no unit of IDF files; it takes MM or THOU");
-    }
+    checkIdfUnits(arguments);
 }
 
 int run(const Arguments &arguments) {

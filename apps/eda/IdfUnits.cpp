@@ -1,6 +1,9 @@
 // The units of IDF files.
 #include "IdfUnits.h"
 
+#include "Failure.h"
+#include "Printable.h"
+
 #include <string_view>
 
 namespace EDATool {
@@ -28,6 +31,12 @@ std::string idfUnits(const std::string &spelling) {
     const Unit *const unit = unitOf(spelling);
     if (unit == nullptr || unit != nearestOfIdf(*unit)) return std::string();
     return unit->label == thousandth ? "THOU" : "MM";
+}
+
+void checkIdfUnits(const Arguments &arguments) {
+    if (!arguments.has("--units") || !idfUnits(arguments.value("--units")).empty()) return;
+    throw UsageFailure("--units " + inQuotes(arguments.value("--units")) +
+                       " is no unit of IDF files; it takes MM or THOU");
 }
 
 std::string IdfLengths::word() const { return to->label == thousandth ? "THOU" : "MM"; }

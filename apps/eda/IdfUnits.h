@@ -1,6 +1,7 @@
 // The units of IDF files: millimetres, "MM", and thousandths of an inch, "THOU".
 #pragma once
 
+#include "Arguments.h"
 #include "host/EntityModel/Units.h"
 
 #include <string>
@@ -9,6 +10,9 @@ namespace EDATool {
 
 // The word of IDF for a unit in any spelling: "MM" or "THOU". Empty for any other text.
 std::string idfUnits(const std::string &spelling);
+
+// Throws UsageFailure where --units is given and IDF has no word for it.
+void checkIdfUnits(const Arguments &arguments);
 
 // From the units of a design to those of its IDF file.
 struct IdfLengths {
