@@ -11,6 +11,13 @@
 
 namespace Geometry {
 class Polygon2D;
+namespace Clip {
+struct Contour;
+}
+} // namespace Geometry
+
+namespace Tools {
+class ToolProgress;
 }
 
 namespace EDA {
@@ -244,6 +251,23 @@ public:
     // `rotate` of one internal outline, counted from 0. Any other index does nothing.
     void rotateInternalOutline(int index, double angle, double x, double y);
 
+    // Merging, by polygon clipping on `getPoints(true)`: what comes out has straight edges only.
+    //
+    // Material is what the outline's points enclose (even-odd), with its internal outlines punched out or
+    // added in their order. Name, material, hole flag, z values and model dimension of this outline stay.
+
+    // Unites this outline with another. The first piece of the result becomes this outline; further pieces of
+    // more than 1e-9 square units are appended to `extraOutlines`. A hole of more than that goes to this
+    // outline if it encloses it by its vertices, or there are no extra outlines, otherwise to the first extra
+    // outline that does, earlier ones of the caller's included, and to none if none does. False, and nothing
+    // has changed, when a coordinate is not finite or an outline crosses itself too often.
+    bool mergeOutline(EDAOutline const &other, std::vector<EDAOutline> &extraOutlines);
+    // The same with many at once; one that cannot be clipped is left out. After each, when `progress` is
+    // given, counts one up in `count`, shows it and asks whether to go on; after a cancel those not yet taken
+    // stay out. Always true.
+    bool mergeOutlines(std::vector<EDAOutline *> const &others, std::vector<EDAOutline> &extraOutlines,
+                       Tools::ToolProgress *progress, std::size_t &count);
+
 private:
     // Tolerance of every test between bounds, in board units.
     static constexpr double boundTolerance = 1e-9;
@@ -265,6 +289,8 @@ private:
                             std::pair<double, double> const &lineEnd, double scale);
     static bool pointOnLine(EDAPoint const &point, EDAPoint const &lineStart, EDAPoint const &lineEnd,
                             double scale);
+    void rebuild(std::vector<Geometry::Clip::Contour> const &contours, std::vector<EDAOutline> &extraOutlines);
+    void giveHole(EDAOutline &hole, std::vector<EDAOutline> &extraOutlines);
     bool contains(double x, double y) const;
     static bool contains(PointList const &points, double x, double y);
 

@@ -1,5 +1,6 @@
 // Outline queries: area, rectangle, circle, containment, holes.
 #include "model/EDAOutline.h"
+#include "model/RayCrossing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,16 +33,6 @@ Point circleCentre(Point const &p1, Point const &p2, Point const &p3) {
     double const determinant = (y2 - y3) * x1 - (x2 - x3) * y1 + y3 * x2 - x3 * y2;
     return {-((y3 - y2) * s1 + (y1 - y3) * s2 + (y2 - y1) * s3) / (2.0 * determinant),
             -((x3 - x1) * s2 + (x2 - x3) * s1 + (x1 - x2) * s3) / (2.0 * determinant)};
-}
-
-// True when a ray from (`x`, `y`) toward positive X crosses the edge. Of the edge's ends, only the
-// lower one counts as part of it.
-bool rayCrosses(Point const &from, Point const &to, double x, double y) {
-    bool const spans = (y >= from.second && to.second > y) || (y >= to.second && from.second > y);
-    if (!spans) return false;
-    double const crossing =
-        (y - from.second) / (to.second - from.second) * (to.first - from.first) + from.first;
-    return crossing > x;
 }
 
 } // namespace

@@ -1,0 +1,60 @@
+// Finds the boxes of a set that meet another box.
+#pragma once
+
+#include "host/Geometry/Bound2D.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace EDA {
+
+// A packed tree over boxes that do not change, near ones together. Built in n log n; a search visits the
+// boxes that it finds and a few more.
+class BoundTree {
+public:
+    explicit BoundTree(std::vector<Geometry::Bound2D> const &bounds);
+
+    // Calls `visit(index)` for each box that overlaps `bound` within the tolerance, in no special order.
+    // Boxes in the reset state are never found.
+    template <typename Visit>
+    void search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit) const;
+
+private:
+    static constexpr std::size_t fanOut = 8;
+
+    struct Node {
+        Geometry::Bound2D bound;
+        std::uint32_t first; // of the children in the level below; of a leaf, the index of its box
+    };
+    using Level = std::vector<Node>;
+
+    std::vector<Level> levels_; // the leaves first
+};
+
+template <typename Visit>
+void BoundTree::search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit) const {
+    struct Range {
+        std::size_t level, begin, end;
+    };
+    if (levels_.empty()) return;
+    std::vector<Range> open{{levels_.size() - 1, 0, levels_.back().size()}};
+    while (!open.empty()) {
+        Range const range = open.back();
+        open.pop_back();
+        for (std::size_t i = range.begin; i < range.end; ++i) {
+            Node const &node = levels_[range.level][i];
+            if (!node.bound.overlaps(bound, tolerance)) continue;
+            if (range.level == 0) {
+                visit(static_cast<std::size_t>(node.first));
+                continue;
+            }
+            std::size_t const begin = node.first;
+            open.push_back(
+                {range.level - 1, begin, std::min(begin + fanOut, levels_[range.level - 1].size())});
+        }
+    }
+}
+
+} // namespace EDA

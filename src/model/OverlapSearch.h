@@ -1,0 +1,60 @@
+// Finds which outlines of a set overlap.
+#pragma once
+
+#include "model/BoundTree.h"
+#include "model/EDAOutline.h"
+#include "model/EdgeIndex.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace EDA {
+
+// Which outlines overlap which: symmetric, ascending. Outlines without overlap have no entry.
+class OverlapMap {
+public:
+    void add(std::size_t a, std::size_t b);
+    // Due after the last `add`: until then the map is empty to look at.
+    void sort(std::size_t numOutlines);
+
+    bool empty() const { return pairs_.empty(); }
+    // The outlines that overlap others, ascending, each once.
+    std::vector<std::size_t> keys() const;
+    // Calls `visit` with each outline that overlaps this one.
+    template <typename Visit> void forEachNeighbour(std::size_t index, Visit const &visit) const {
+        for (std::size_t i = begins_[index]; i < begins_[index + 1]; ++i)
+            visit(std::size_t(pairs_[i].second));
+    }
+
+private:
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs_;
+    std::vector<std::size_t> begins_; // of each outline's pairs
+};
+
+// Answers `EDAOutline::overlaps` for the outlines of a set, which must stay as they are. It asks only those
+// whose bounds meet, and looks into outlines of many edges through an index. An outline with a coordinate
+// that is not finite overlaps nothing: it could not be united.
+class OverlapSearch {
+public:
+    explicit OverlapSearch(std::vector<EDAOutline> const &outlines);
+
+    // Adds to `overlaps` the outlines behind `index` that overlap it.
+    void addLater(std::size_t index, OverlapMap &overlaps);
+
+private:
+    // From so many edges on an index pays.
+    static constexpr std::size_t manyEdges = 128;
+
+    bool meets(std::size_t outer, std::size_t inner);
+    bool contains(std::size_t index, std::pair<double, double> const &point);
+
+    std::vector<EDAOutline> const &outlines_;
+    BoundTree tree_;
+    std::unordered_map<std::size_t, EdgeIndex> edges_; // made at the first question
+};
+
+} // namespace EDA

@@ -1,0 +1,50 @@
+// A shape while it is put together from solid and clear parts.
+#pragma once
+
+#include "model/EDAOutline.h"
+
+#include <vector>
+
+namespace EDA {
+
+// Solid pieces that do not touch each other. Parts are added and cut in the order of the file.
+//
+//     Aperture aperture;
+//     aperture.addOutline(band);
+//     aperture.addOutline(startDisc);
+//     aperture.addOutline(endDisc);
+//     for (EDAOutline &piece : aperture) ...
+class Aperture {
+public:
+    using iterator = std::vector<EDAOutline>::iterator;
+
+    Aperture() = default;
+    Aperture(const Aperture &) = default;
+    Aperture &operator=(const Aperture &) = default;
+    virtual ~Aperture() = default;
+
+    // Cuts a hole, or adds a solid with its holes and, after it, each of its internal outlines that is solid.
+    void addOutline(const EDAOutline &outline);
+
+    // Takes a shape out of each piece that it touches. Its internal outlines don't count.
+    void cutOutline(const EDAOutline &hole);
+
+    // Unites the outline with the pieces that it overlaps, by vertices (`EDAOutline::overlaps`), and with
+    // what they reach then. Parts that fall off in a union are lost: that is intended.
+    void addSolid(const EDAOutline &outline);
+
+    // Makes the first piece the points and internal outlines of the result, and appends the other pieces as
+    // internal outlines that are solid, each followed by its own. Nothing without pieces.
+    void combineInto(EDAOutline &result) const;
+
+    iterator begin() { return pieces_.begin(); }
+    iterator end() { return pieces_.end(); }
+    bool empty() const { return pieces_.empty(); }
+
+private:
+    void joinWith(std::size_t grown);
+
+    std::vector<EDAOutline> pieces_;
+};
+
+} // namespace EDA

@@ -1,0 +1,107 @@
+// Macro statements, variables and expressions.
+#include "readers/gerber/ApertureMacro.h"
+
+#include "host/EntityModel/MathsExpressionParser.h"
+#include "model/EDAOutline.h"
+#include "readers/gerber/Aperture.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+namespace EDA {
+
+namespace {
+
+bool isOperator(const std::string &field) {
+    return field == "+" || field == "-" || field == "/" || field == "x" || field == "X";
+}
+
+// From left to right once; what was put in is not looked at again, so a text that names itself ends.
+std::string replaced(const std::string &text, std::string_view what, const std::string &with,
+                     std::size_t limit) {
+    std::string result;
+    std::size_t begin = 0;
+    for (std::size_t found = text.find(what); found != std::string::npos && result.size() <= limit;
+         found = text.find(what, begin)) {
+        result.append(text, begin, found - begin).append(with);
+        begin = found + what.size();
+    }
+    return result.append(text, begin, std::string::npos);
+}
+
+// As a default stream writes it.
+std::string sixDigits(double value) {
+    char buffer[32];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr};
+}
+
+} // namespace
+
+void ApertureMacro::addPrimitive(const Fields &fields) {
+    Fields kept;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!isOperator(fields[i])) {
+            kept.push_back(fields[i]);
+            continue;
+        }
+        if (kept.empty()) kept.emplace_back();
+        kept.back() += fields[i] == "X" ? "x" : fields[i];
+        if (i + 1 < fields.size()) kept.back() += fields[++i];
+    }
+    primitives_.push_back(std::move(kept));
+}
+
+std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters) const {
+    if (primitives_.empty()) return nullptr;
+    Aperture aperture;
+    for (Fields fields : primitives_) {
+        if (fields.size() == 1 && fields[0][0] == '$') {
+            if (!define(fields[0], parameters)) return nullptr;
+            continue;
+        }
+        for (std::string &field : fields) {
+            const bool hasVariable = !parameters.empty() && field.find('$') != std::string::npos;
+            if (hasVariable && !evaluate(field, parameters)) return nullptr;
+        }
+        EDAOutline outline(false);
+        if (buildPrimitive(outline, fields)) aperture.addOutline(outline);
+    }
+    auto outline = std::make_unique<EDAOutline>(false);
+    aperture.combineInto(*outline);
+    outline->setName(name_);
+    return outline;
+}
+
+// The value stays text. Its own former value is put in its place.
+bool ApertureMacro::define(const std::string &definition, Parameters &parameters) const {
+    const std::size_t equals = definition.find('=');
+    if (equals == std::string::npos || equals == 0) return true;
+    const std::string key = definition.substr(0, equals);
+    std::string value = definition.substr(equals + 1);
+    const auto known = parameters.find(key);
+    if (known != parameters.end() && key.size() <= value.size()) {
+        value = replaced(value, key, known->second, limits_.macroText);
+    }
+    if (value.size() > limits_.macroText) return false;
+    parameters[key] = std::move(value);
+    return true;
+}
+
+// Intended: beside an "X", variables are replaced as plain text, so that "$1" is also taken out of "$10".
+bool ApertureMacro::evaluate(std::string &field, const Parameters &parameters) const {
+    if (field.find('X') != std::string::npos) {
+        for (const auto &[key, value] : parameters) {
+            field = replaced(field, key, value, limits_.macroText);
+            if (field.size() > limits_.macroText) return false;
+        }
+        std::replace(field.begin(), field.end(), 'X', 'x');
+    }
+    EntityModel::MathsExpressionParser parser(field);
+    const double value = parser.evaluate(parameters);
+    if (parser.isLimitHit()) return false;
+    field = sixDigits(value);
+    return true;
+}
+
+} // namespace EDA

@@ -1,0 +1,51 @@
+// Aperture macros: shapes made of primitives with parameters.
+#pragma once
+
+#include "readers/gerber/GerberLimits.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace EDA {
+
+class EDAOutline;
+
+// The statements of one macro, kept as text until an aperture gives its parameters.
+class ApertureMacro {
+public:
+    using Fields = std::vector<std::string>;
+
+    explicit ApertureMacro(std::string name = std::string(), const GerberLimits &limits = GerberLimits())
+        : name_(std::move(name)), limits_(limits) {}
+    ApertureMacro(const ApertureMacro &) = default;
+    ApertureMacro &operator=(const ApertureMacro &) = default;
+    virtual ~ApertureMacro() = default;
+
+    const std::string &getName() const { return name_; }
+
+    // Appends a statement: the fields of a primitive, or "$n=expression" alone. An expression that was broken
+    // at an operator is put together again: a field "+", "-", "/", "x" or "X" and the one behind it go to the
+    // end of the field before.
+    void addPrimitive(const Fields &fields);
+
+    // The shape for the parameters "$1", "$2" and so on, whose texts may be expressions; definitions of
+    // the macro are added to them. Named after the macro; without points where nothing solid is left.
+    // Null for a macro without statements, and where a text or an expression grows beyond the limits. A value
+    // goes into its field with six significant digits: that is intended.
+    std::unique_ptr<EDAOutline> createOutline(std::map<std::string, std::string> &parameters) const;
+
+private:
+    using Parameters = std::map<std::string, std::string>;
+
+    bool define(const std::string &definition, Parameters &parameters) const;
+    bool evaluate(std::string &field, const Parameters &parameters) const;
+    bool buildPrimitive(EDAOutline &outline, const Fields &fields) const;
+
+    std::string name_;
+    std::vector<Fields> primitives_;
+    GerberLimits limits_;
+};
+
+} // namespace EDA

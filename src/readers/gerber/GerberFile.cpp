@@ -1,0 +1,171 @@
+// One file: its statements, and the layer or the vias that they make.
+#include "host/FileSystem/File.h"
+#include "host/FileSystem/Path.h"
+#include "host/Tools/EntityModelConstantTr.h"
+#include "host/Tools/ToolProgress.h"
+#include "readers/gerber/GerberLines.h"
+#include "readers/gerber/GerberReader.h"
+#include "text/Encoding.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace EDA {
+
+using namespace EntityModel;
+
+namespace {
+
+constexpr std::size_t charactersOfStep = 1000; // of the progress within a file
+
+constexpr int viaMinPoints = 8;
+constexpr double viaTolerance = 1e-4;
+
+// Progress by the characters that were read.
+class CharacterCount {
+public:
+    CharacterCount(Tools::ToolProgress *progress, std::size_t size) : progress_(progress) {
+        if (progress_) progress_->setMaximum(static_cast<int>(size / charactersOfStep));
+    }
+    void add(std::string_view line) { count_ += line.size() + 1; }
+    bool step() const {
+        if (!progress_) return true;
+        progress_->setValue(static_cast<int>(count_ / charactersOfStep));
+        return !progress_->isCancelled();
+    }
+
+private:
+    Tools::ToolProgress *progress_;
+    std::size_t count_ = 0;
+};
+
+} // namespace
+
+bool GerberReader::addFileData(const std::string &path, bool isLayer, Tools::ToolProgress *progress) {
+    if (!FileSystem::File::exists(path)) return false;
+    std::string text, reason;
+    if (!FileSystem::File::readAll(path, text, reason, limits_.fileSize)) {
+        addMessage("Failed to open file. " + path);
+        return false;
+    }
+    if (progress) {
+        progress->setText(EntityModelConstantTr::tr("Parsing file", nullptr, -1).toStdString() + " (" +
+                          FileSystem::Path::getLastToken(path) + ")...");
+    }
+    try {
+        readStatements(decodedToUtf8(std::move(text)), progress);
+        if (isLayer) {
+            addLayer(path, progress);
+        } else {
+            addConductorsAsVias();
+        }
+    } catch (const std::runtime_error &) {
+        // Thrown for a file that is not of copper, which has told why. Intended: nothing of it is added, and
+        // the parser is left as it stood.
+        return false;
+    }
+    resetParser();
+    return true;
+}
+
+void GerberReader::readStatements(std::string text, Tools::ToolProgress *progress) {
+    CharacterCount count(progress, text.size());
+    GerberLines lines(std::move(text));
+    std::string joined;
+    for (std::string_view line; lines.next(line);) {
+        count.add(line);
+        if (line.empty()) continue;
+        if (!state_.drillMode && line.front() == '%' && std::count(line.begin(), line.end(), '%') == 1) {
+            // A block over several lines. A lone "%" before "M48" begins a drill file.
+            joined = line;
+            for (bool isOpen = true; isOpen && joined.size() < limits_.textSize && lines.next(line);) {
+                count.add(line);
+                joined += line;
+                isOpen = std::count(line.begin(), line.end(), '%') == 0;
+                if (joined.compare(0, 4, "%M48") == 0) {
+                    joined.erase(0, 1);
+                    isOpen = false;
+                }
+            }
+            line = joined;
+        }
+        handleText(line);
+        if (!count.step()) break;
+    }
+}
+
+// The end of the program is not the end of the reading: what follows it is obeyed, as it always was.
+void GerberReader::handleText(Statement text) {
+    bool endOfProgram = false;
+    if (state_.drillMode) {
+        handleStatement(trimmed(text), endOfProgram);
+        return;
+    }
+    GerberStatements statements(text);
+    for (Statement statement; statements.next(statement);)
+        handleStatement(statement, endOfProgram);
+}
+
+void GerberReader::addLayer(const std::string &path, Tools::ToolProgress *progress) {
+    EDABoardLayer layer(true);
+    layer.setName(FileSystem::Path::stripExtension(FileSystem::Path::getLastToken(path)));
+    if (mergeConductors_) {
+        for (EDAOutline &outline : flashedAndStroked_)
+            regions_.addOutline(std::move(outline));
+        flashedAndStroked_.clear();
+        regions_.mergeConductors(progress);
+    }
+    UniqueIDSet names;
+    for (EDAOutlineMerge *list : {&flashedAndStroked_, &regions_}) {
+        for (EDAOutline &outline : *list) {
+            outline.removeDegeneratePoints();
+            if (!outline.empty()) addConductorToLayer(layer, std::move(outline), names);
+        }
+    }
+    board_.addLayer(std::move(layer));
+}
+
+void GerberReader::addConductorsAsVias() {
+    for (EDAOutlineMerge *list : {&flashedAndStroked_, &regions_}) {
+        for (const EDAOutline &outline : *list)
+            addConductorAsVia(board_, outline, viaNames_);
+    }
+}
+
+void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outline, UniqueIDSet &names) {
+    EDATrace trace;
+    trace.setName(generateUniqueName(outline.getName(), "Conductor", layer.numTraces(), names));
+    // By way of a new outline, which has no caches: the clean-up left those of the points before it.
+    EDAOutline fresh(std::move(outline));
+    trace.getOutline() = std::move(fresh);
+    layer.addTrace(std::move(trace));
+}
+
+void GerberReader::addConductorAsVia(EDABoard &board, const EDAOutline &outline, UniqueIDSet &names) {
+    double x = 0.0, y = 0.0, diameter = 0.0;
+    if (!outline.isCylinder(x, y, diameter, viaMinPoints, viaTolerance)) return;
+    EDAVia via;
+    via.setHoleType("VIA");
+    via.setDiameter(diameter);
+    via.setCentre(x, y);
+    via.setName(generateUniqueName("", "Via", board.numVias(0), names));
+    addViaToBoard(board, via);
+}
+
+void GerberReader::addViaToBoard(EDABoard &board, const EDAVia &via) {
+    if (EDAVia *const definition = board.findViaDefinition(via)) {
+        definition->addInstance(via.getName(), via.getXCentre(), via.getYCentre());
+    } else {
+        board.addVia(via, false);
+    }
+}
+
+std::string GerberReader::generateUniqueName(const std::string &name, const std::string &prefix,
+                                             std::size_t index, UniqueIDSet &names) {
+    const std::string candidate = name.empty() ? prefix + std::to_string(index) : name;
+    std::string result;
+    names.addUnique(result, candidate);
+    return result.empty() ? candidate : result;
+}
+
+} // namespace EDA

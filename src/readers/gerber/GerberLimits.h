@@ -1,0 +1,22 @@
+// What a Gerber or drill file may ask for, so that no file costs memory or time without bounds.
+#pragma once
+
+#include <cstddef>
+
+namespace EDA {
+
+// Far above any real design. Limits other than the usual ones are for tests.
+struct GerberLimits {
+    std::size_t fileSize = std::size_t(1) << 30;   // bytes; a larger file counts as unreadable
+    std::size_t textSize = std::size_t(64) << 20;  // bytes of one line or joined statement
+    std::size_t points = 50'000'000;               // of the outlines of one file; the rest is dropped
+    std::size_t objects = 10'000'000;              // of one layer; the rest is dropped
+    double repeats = 1e6;                          // copies of a step and repeat
+    int drillRepeats = 100'000;                    // holes of one repeat statement
+    int vertices = 10'000;                         // of a polygon aperture or primitive
+    int rings = 1'000;                             // of a moire primitive
+    std::size_t macroText = std::size_t(64) << 10; // bytes of a variable's text
+    std::size_t messages = 1'000;                  // lines of the error text; then they are counted
+};
+
+} // namespace EDA
