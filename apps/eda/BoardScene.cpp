@@ -82,6 +82,11 @@ public:
 
     void drawEdge(const BoardView &view) { picture_.add(frame_.toPixels.apply(view.edge), styles_.board()); }
 
+    void drawCopper(const BoardView &view) {
+        for (const Path &path : view.copper)
+            picture_.add(frame_.toPixels.apply(path), styles_.copperOf(view.layerNumber));
+    }
+
     void drawKeepouts(const BoardView &view) {
         if (!styles_.showsKeepouts()) return;
         for (const KeepoutView &keepout : view.keepouts)
@@ -172,6 +177,7 @@ Picture drawBoard(const BoardView &view, int width, Colouring colouring) {
     Picture picture(frame.width, frame.height, SceneStyles::paper());
     Painter painter(picture, frame, styles);
     painter.drawEdge(view);
+    painter.drawCopper(view);
     painter.drawKeepouts(view);
     painter.drawCutOuts(view);
     painter.drawHoles(view);

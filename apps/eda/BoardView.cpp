@@ -42,6 +42,8 @@ void addPart(BoardView &view, PartView part, Side side) {
 
 Box boundOf(const BoardView &view) {
     Box box = view.edgeBound;
+    for (const Path &path : view.copper)
+        box.add(boundOf(path));
     for (const HoleView &hole : view.holes)
         box.add(boundOf(hole.path));
     for (const KeepoutView &keepout : view.keepouts)

@@ -70,6 +70,9 @@ struct BoardView {
     Path edge; // with the cut-outs
     std::vector<Path> cutOuts;
     Box edgeBound;
+    std::string layer;           // whose conductor is shown; nothing else lies on the board then
+    std::size_t layerNumber = 0; // from 1; 0: no layer is shown
+    std::vector<Path> copper;    // of that layer
     std::vector<HoleView> holes;
     std::vector<KeepoutView> keepouts;
     std::vector<PartView> parts;
@@ -80,7 +83,10 @@ struct BoardView {
 };
 
 BoardView viewOfDesign(const Design &design, Side side);
-BoardView viewOfBoard(const EDA::EDABoard &board, Side side);
+
+// With the number of a layer, from 1, no parts and keepouts, and of the holes those that reach it; its
+// conductor is for viewOfLayer to add.
+BoardView viewOfBoard(const EDA::EDABoard &board, Side side, std::size_t layerNumber = 0);
 
 // The board of a model with all that is on it. Where parts stand is asked of the code that builds their solid
 // geometry. Of a substrate it shows the solids and wirebonds of its package too, which are its siblings. A

@@ -41,6 +41,8 @@ void printError(const std::string &message) {
     write(stderr, "eda: " + message + "\n");
 }
 
+void printNotice(const std::string &message) { printError("notice: " + message); }
+
 void printWarning(const std::string &message) { printError("warning: " + message); }
 
 std::vector<std::string> messageLines(const std::string &text) {

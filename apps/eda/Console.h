@@ -15,8 +15,9 @@ void print(const std::string &text);
 // False when something printed did not reach its target, a full disk for instance.
 bool flushOutput();
 
-// One line each to standard error, behind "eda: " and "eda: warning: ".
+// One line each to standard error, behind "eda: ", "eda: notice: " and "eda: warning: ".
 void printError(const std::string &message);
+void printNotice(const std::string &message);
 void printWarning(const std::string &message);
 
 // The lines of a message text, printable, without empty ones; beyond a limit only their number.

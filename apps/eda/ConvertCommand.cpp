@@ -4,6 +4,7 @@
 #include "Console.h"
 #include "Design.h"
 #include "Failure.h"
+#include "GerberSettings.h"
 #include "IdfBoard.h"
 #include "IdfOutput.h"
 #include "IdfUnits.h"
@@ -22,11 +23,11 @@ void checkArguments(const Arguments &arguments) {
 int run(const Arguments &arguments) {
     checkArguments(arguments);
     const IdfNames names = idfNames(arguments.value("--output"));
-    Design design = readDesign(arguments.operands());
+    Design design = readDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     const std::string file = inQuotes(design.files.front());
     if (!design.hasBoard) throw DesignFailure(file + ": is a library; its board file is missing");
-    checkIdfNames(names, design.files);
+    checkIdfNames(names, filesOf(design));
     const IdfBoard result = makeIdfBoard(design.board(), idfUnits(arguments.value("--units")));
     for (const std::string &notice : result.notices)
         design.warnings.push_back(file + ": " + notice);
@@ -48,10 +49,11 @@ CommandDef convertCommand() {
         "with the component shapes (.emn with .emp, .brd with .lib, .bdf with .ldf, .idf with .lib). Both\n"
         "appear whole, or neither. Numbers have six significant digits. A warning for each kind tells\n"
         "what IDF cannot hold.\n",
-        {{"--output", 'o', "OUT.emn", false, "The board file; the library file takes its name from it."},
-         {"--units", 0, "MM|THOU", false,
-          "Converts all lengths to these units. Default: those of the design. Where a design\n"
-          "names none, or unknown ones, its lengths are taken to be in these."}},
+        withGerberOptions(
+            {{"--output", 'o', "OUT.emn", false, "The board file; the library file takes its name from it."},
+             {"--units", 0, "MM|THOU", false,
+              "Converts all lengths to these units. Default: those of the design. Where a design\n"
+              "names none, or unknown ones, its lengths are taken to be in these."}}),
         run};
 }
 

@@ -9,26 +9,50 @@
 
 namespace EDATool {
 
+// What a file of a set was taken for.
+struct SourceFile {
+    std::string file;
+    std::string use;    // "copper layer 1", "drills from top to bottom", "left out"
+    std::string reason; // why
+};
+
+// What the command line says about files that don't say it themselves.
+struct DesignSettings {
+    std::vector<std::string> options;    // "Label=value", for formats whose reading has options
+    std::vector<std::string> layerOrder; // of Gerber files: the copper layers from top to bottom
+    std::vector<std::string> spans;      // "FILE=FROM:TO"
+    std::string drillFormat;             // "I.D"
+
+    bool areOfGerber() const { return !layerOrder.empty() || !spans.empty() || !drillFormat.empty(); }
+};
+
 struct Design {
-    std::string format;             // "IDF"
-    std::vector<std::string> files; // all that were read
-    bool hasBoard = false;          // false: only a library of components
+    std::string format;                  // "IDF", "Gerber"
+    std::vector<std::string> files;      // all that were read
+    std::vector<std::string> layerFiles; // of the layers of the board, where each has one
+    bool hasBoard = false;               // false: only a library of components
     std::unique_ptr<EDA::EDAReader> reader;
     std::vector<std::string> warnings; // printable, one line each, with the name of the file
+    std::vector<std::string> notices;  // the same: choices that were made and are no trouble
+    std::vector<SourceFile> sources;   // of a set whose files were told apart; empty for other designs
 
     const EDA::EDABoard &board() const { return reader->getBoard(); }
     EDA::EDABoard &board() { return reader->getBoard(); }
 };
 
 // Reads the files of one design, and the files that belong to them. Their format is known by what is in them,
-// or else by their names. Throws DesignFailure, or UsageFailure for files that make no design together.
-Design readDesign(const std::vector<std::string> &files);
+// or else by their names. A folder stands for the files in it, of which those of no format are left out.
+// Throws DesignFailure, or UsageFailure for files that make no design together and settings that don't fit.
+Design readDesign(const std::vector<std::string> &files, const DesignSettings &settings = DesignSettings());
 
-// True when this is a model file, by its content or else by its name. Throws DesignFailure where the file
-// cannot be read.
+// All files of the design, those that are left out as well: none may be written over.
+std::vector<std::string> filesOf(const Design &design);
+
+// True when this is a model file, by its content or else by its name; a folder is none. Throws DesignFailure
+// where the file cannot be read.
 bool isModelFile(const std::string &file);
 
-// Prints the warnings.
+// Prints the notices and the warnings.
 void printWarnings(const Design &design);
 
 } // namespace EDATool

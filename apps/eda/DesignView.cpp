@@ -4,6 +4,7 @@
 #include "host/EntityModel/Units.h"
 #include "OutlinePath.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace EDATool {
@@ -62,8 +63,27 @@ void addHole(const EDA::EDAVia &via, double x, double y, BoardView &view) {
     view.holes.push_back({std::move(path), via.isPlated()});
 }
 
+// A hole of which the layers are not known goes through all of them.
+bool reaches(const EDA::EDAVia &via, const std::vector<std::string> &layers, std::size_t number) {
+    std::string from, to;
+    via.getLayers(from, to);
+    const auto start = std::find(layers.begin(), layers.end(), from);
+    const auto end = std::find(layers.begin(), layers.end(), to);
+    if (number == 0 || start == layers.end() || end == layers.end()) return true;
+    // Layers of files that differ in their extensions alone share a name.
+    if (std::count(layers.begin(), layers.end(), from) > 1 ||
+        std::count(layers.begin(), layers.end(), to) > 1)
+        return true;
+    const auto at = layers.begin() + static_cast<std::ptrdiff_t>(number - 1);
+    return std::min(start, end) <= at && at <= std::max(start, end);
+}
+
 void addHoles(const EDA::EDABoard &board, BoardView &view) {
+    std::vector<std::string> layers;
+    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
+        layers.push_back(layer->getName());
     for (auto via = board.beginVias(); via != board.endVias(); ++via) {
+        if (!reaches(*via, layers, view.layerNumber)) continue;
         addHole(*via, via->getXCentre(), via->getYCentre(), view);
         for (int index = 0; index < static_cast<int>(via->numInstances()); ++index) {
             addHole(*via, via->getInstanceXCentre(index), via->getInstanceYCentre(index), view);
@@ -90,12 +110,13 @@ void addKeepouts(const EDA::EDABoard &board, BoardView &view) {
 
 BoardView viewOfDesign(const Design &design, Side side) { return viewOfBoard(design.board(), side); }
 
-BoardView viewOfBoard(const EDA::EDABoard &board, Side side) {
+BoardView viewOfBoard(const EDA::EDABoard &board, Side side, std::size_t layerNumber) {
     const EntityModel::Unit *unit = lengthUnit(board.getUnits());
     BoardView view;
     view.name = board.getName();
     view.unit = unit != nullptr ? unit->label : std::string();
     view.side = side;
+    view.layerNumber = layerNumber;
     view.thickness = board.getThickness();
     view.edge = pathWithHoles(board.getOutline());
     view.edgeBound = boundOf(pathOf(board.getOutline()));
@@ -104,6 +125,7 @@ BoardView viewOfBoard(const EDA::EDABoard &board, Side side) {
         view.cutOuts.push_back(pathOf(*inner));
     }
     addHoles(board, view);
+    if (layerNumber > 0) return view;
     addKeepouts(board, view);
     addParts(board, unit, view);
     return view;

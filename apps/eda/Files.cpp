@@ -57,6 +57,21 @@ std::string readHead(const std::string &file) {
     return head;
 }
 
+bool isFolder(const std::string &name) {
+    std::error_code error;
+    return std::filesystem::is_directory(FileSystem::toNative(name), error);
+}
+
+std::vector<std::string> filesInFolder(const std::string &folder) {
+    const bool hasSlash = !folder.empty() && folder.back() == '/';
+    std::vector<std::string> files;
+    for (const std::string &name : FileSystem::DirectoryListing(folder)) {
+        const std::string path = folder + (hasSlash ? "" : "/") + name;
+        if (name.front() != '.' && FileSystem::File::exists(path)) files.push_back(path);
+    }
+    return files;
+}
+
 bool isSameFile(const std::string &a, const std::string &b) {
     std::error_code error;
     return std::filesystem::equivalent(FileSystem::toNative(a), FileSystem::toNative(b), error);

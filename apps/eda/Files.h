@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace EDATool {
 
@@ -9,6 +10,11 @@ namespace EDATool {
 // every encoding. Throws DesignFailure with the file's name and the reason when it is missing, a folder, a
 // device, empty, too large or cannot be opened.
 std::string readHead(const std::string &file);
+
+bool isFolder(const std::string &name);
+
+// The paths of the files in a folder, by name; without folders in it and names that start with a dot.
+std::vector<std::string> filesInFolder(const std::string &folder);
 
 // True when both names lead to the same existing file.
 bool isSameFile(const std::string &a, const std::string &b);

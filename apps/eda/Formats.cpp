@@ -18,16 +18,78 @@ bool looksLikeJson(std::string_view head) {
     return start != std::string_view::npos && head[start] == '{';
 }
 
-const FormatDef &formatOf(const std::string &file) {
+// Null where no row fits.
+const FormatDef *formatOf(const std::string &file) {
     const std::string head = readHead(file);
     for (const FormatDef &format : formats()) {
-        if (format.recognise(head)) return format;
+        if (format.recognise(head)) return &format;
     }
     const std::string extension = lowerExtension(file);
     for (const FormatDef &format : formats()) {
-        if (std::count(format.extensions.begin(), format.extensions.end(), extension) > 0) return format;
+        if (std::count(format.extensions.begin(), format.extensions.end(), extension) > 0) return &format;
     }
-    throw DesignFailure(inQuotes(file) + ": is in no format that eda reads (see: eda --help)");
+    return nullptr;
+}
+
+struct Candidate {
+    std::string file;
+    bool isFromFolder;
+    const FormatDef *format; // null: none
+};
+
+void leaveOut(const std::string &file, const std::string &reason, Design &design) {
+    design.sources.push_back({file, "left out", reason});
+    design.warnings.push_back(inQuotes(file) + ": is left out: " + reason);
+}
+
+// What lies in a folder beside a design is no reason not to read the design.
+void addFolder(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
+    const std::size_t numBefore = candidates.size();
+    for (const std::string &file : filesInFolder(folder)) {
+        try {
+            const FormatDef *const format = formatOf(file);
+            if (format == nullptr || format->name == nullptr) {
+                leaveOut(file, "it is in no format of designs that eda reads", design);
+            } else {
+                candidates.push_back({file, true, format});
+            }
+        } catch (const DesignFailure &failure) {
+            design.warnings.push_back(failure.what());
+        }
+    }
+    if (candidates.size() == numBefore)
+        throw DesignFailure(inQuotes(folder) + ": is a folder without files that eda reads");
+}
+
+std::vector<Candidate> findCandidates(const std::vector<std::string> &files, Design &design) {
+    std::vector<Candidate> candidates;
+    for (const std::string &file : files) {
+        if (isFolder(file)) {
+            addFolder(file, candidates, design);
+        } else {
+            candidates.push_back({file, false, formatOf(file)});
+        }
+    }
+    return candidates;
+}
+
+const FormatDef &commonFormat(const std::vector<Candidate> &candidates) {
+    const Candidate *first = nullptr;
+    for (const Candidate &candidate : candidates) {
+        if (candidate.format == nullptr) continue;
+        if (candidate.format->name == nullptr)
+            throw UsageFailure(inQuotes(candidate.file) + " is a model file, not a design");
+        if (first != nullptr && first->format != candidate.format) {
+            throw UsageFailure(inQuotes(first->file) + " and " + inQuotes(candidate.file) +
+                               " are not of one format");
+        }
+        if (first == nullptr) first = &candidate;
+    }
+    for (const Candidate &candidate : candidates) {
+        if (candidate.format != nullptr || (first != nullptr && first->format->isSetOfLayers)) continue;
+        throw DesignFailure(inQuotes(candidate.file) + ": is in no format that eda reads (see: eda --help)");
+    }
+    return *first->format;
 }
 
 } // namespace
@@ -39,6 +101,13 @@ const std::vector<FormatDef> &formats() {
          looksLikeIdf,
          readIdfDesign,
          makeIdfReader},
+        {"Gerber",
+         {".gbr", ".gtl", ".gbl", ".g1", ".g2", ".g3", ".g4", ".art", ".gdo", ".ger", ".pho", ".drl", ".xln",
+          ".ncd", ".cnc", ".exc"},
+         looksLikeGerber,
+         readGerberDesign,
+         makeGerberReader,
+         true},
         {nullptr, {".json"}, looksLikeJson, nullptr, nullptr},
     };
     return table;
@@ -59,25 +128,45 @@ std::string formatNames() {
     return names;
 }
 
-bool isModelFile(const std::string &file) { return formatOf(file).name == nullptr; }
+bool isModelFile(const std::string &file) {
+    if (isFolder(file)) return false;
+    const FormatDef *const format = formatOf(file);
+    if (format == nullptr)
+        throw DesignFailure(inQuotes(file) + ": is in no format that eda reads (see: eda --help)");
+    return format->name == nullptr;
+}
 
-Design readDesign(const std::vector<std::string> &files) {
-    const FormatDef *format = nullptr;
-    for (const std::string &file : files) {
-        const FormatDef &found = formatOf(file);
-        if (found.name == nullptr) throw UsageFailure(inQuotes(file) + " is a model file, not a design");
-        if (format != nullptr && format != &found) {
-            throw UsageFailure(inQuotes(files.front()) + " and " + inQuotes(file) + " are not of one format");
-        }
-        format = &found;
-    }
+Design readDesign(const std::vector<std::string> &files, const DesignSettings &settings) {
     Design design;
-    design.format = format->name;
-    format->read(files, design);
+    const std::vector<Candidate> candidates = findCandidates(files, design);
+    const FormatDef &format = commonFormat(candidates);
+    if (settings.areOfGerber() && !format.isSetOfLayers) {
+        throw UsageFailure("--layer-order, --span and --drill-format are for Gerber files, but " +
+                           inQuotes(candidates.front().file) + " is " + format.name);
+    }
+    std::vector<std::string> taken;
+    for (const Candidate &candidate : candidates) {
+        if (candidate.format != nullptr) {
+            taken.push_back(candidate.file);
+        } else {
+            leaveOut(candidate.file, "it is in no format of designs that eda reads", design);
+        }
+    }
+    design.format = format.name;
+    format.read(taken, settings, design);
     return design;
 }
 
+std::vector<std::string> filesOf(const Design &design) {
+    std::vector<std::string> files = design.files;
+    for (const SourceFile &source : design.sources)
+        files.push_back(source.file);
+    return files;
+}
+
 void printWarnings(const Design &design) {
+    for (const std::string &notice : design.notices)
+        printNotice(notice);
     for (const std::string &warning : design.warnings)
         printWarning(warning);
 }

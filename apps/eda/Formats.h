@@ -15,9 +15,10 @@ struct FormatDef {
     std::vector<const char *> extensions; // lower case, with the dot
     bool (*recognise)(
         std::string_view head); // by the first bytes of a file, without byte order mark and NULs
-    void (*read)(const std::vector<std::string> &files, Design &design);
+    void (*read)(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
     std::unique_ptr<EDA::EDAReader> (
-        *makeReader)(); // a reader with nothing read; null in the row of model files
+        *makeReader)();         // a reader with nothing read; null in the row of model files
+    bool isSetOfLayers = false; // a file a layer: what else lies beside them is left out
 };
 
 // In the order in which they are tried.
@@ -31,7 +32,12 @@ std::string formatNames();
 
 // IDF: see IdfDesign.cpp.
 bool looksLikeIdf(std::string_view head);
-void readIdfDesign(const std::vector<std::string> &files, Design &design);
+void readIdfDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeIdfReader();
+
+// Gerber: see GerberDesign.cpp.
+bool looksLikeGerber(std::string_view head);
+void readGerberDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
+std::unique_ptr<EDA::EDAReader> makeGerberReader();
 
 } // namespace EDATool

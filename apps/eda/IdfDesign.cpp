@@ -71,7 +71,7 @@ bool looksLikeIdf(std::string_view head) {
 
 std::unique_ptr<EDA::EDAReader> makeIdfReader() { return std::make_unique<EDA::IDFReader>(); }
 
-void readIdfDesign(const std::vector<std::string> &files, Design &design) {
+void readIdfDesign(const std::vector<std::string> &files, const DesignSettings &, Design &design) {
     auto reader = std::make_unique<EDA::IDFReader>();
     std::string boardFile;
     std::string libraryFile;

@@ -6,6 +6,7 @@
 #include "Entities.h"
 #include "Failure.h"
 #include "Files.h"
+#include "GerberSettings.h"
 #include "host/EntityModel/Types.h"
 #include "host/EntityModel/Units.h"
 #include "host/Profiling/TraceRecorder.h"
@@ -54,7 +55,8 @@ void checkArguments(const Arguments &arguments) {
 // Neither output may take the place of what it is made from.
 void checkOutputs(const Arguments &arguments, const Design &design, const Libraries &libraries) {
     std::vector<std::string> inputs = libraries.files();
-    inputs.insert(inputs.end(), design.files.begin(), design.files.end());
+    const std::vector<std::string> read = filesOf(design);
+    inputs.insert(inputs.end(), read.begin(), read.end());
     if (arguments.has("--type-map")) inputs.push_back(arguments.value("--type-map"));
     for (const char *option : {"--output", "--trace"}) {
         if (!arguments.has(option)) continue;
@@ -138,7 +140,7 @@ int run(const Arguments &arguments) {
     checkArguments(arguments);
     Profiling::TraceRecorder recorder;
     if (arguments.has("--trace")) recorder.start();
-    Design design = readDesign(arguments.operands());
+    Design design = readDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     if (!design.hasBoard)
         throw DesignFailure(inQuotes(design.files.front()) + ": is a library; its board file is missing");
@@ -173,23 +175,27 @@ CommandDef importCommand() {
         "its\n"
         "library file by itself. Ctrl-C stops the import; the model then holds what was done so far, but\n"
         "never replaces a file that was there before.\n",
-        {{"--output", 'o', "MODEL.json", false, "Where the model goes. It appears whole or not at all."},
-         {"--as", 0, "PCB|Component", false, "What the board becomes. Default: the stored option, else PCB."},
-         {"--into", 0, "MODEL.json", false,
-          "Imports over the board of this model instead of making a new one."},
-         {"--board", 0, "DESIGNATOR", false, "Which board of that model, where it has several."},
-         {"--option", 0, "\"Label=value\"", true,
-          "Sets an import option for this run, for example\n\"Import Via Keepouts=No\" or \"Min Height=2 "
-          "mm\"."},
-         {"--type-map", 0, "FILE", false,
-          "Tells the type of a component by the prefix of its designators:\na text with lines of "
-          "prefix,type."},
-         {"--library", 0, "DIR", false,
-          "A folder with components that replace those of the design, and\nwith materials."},
-         {"--no-library", 0, nullptr, false, "Uses no library at all, nor the materials that come with eda."},
-         {"--units", 0, "UNIT", false, "The unit of lengths where the files name none, or an unknown one."},
-         {"--json", 0, nullptr, false, "Prints the summary as one JSON object for programs."},
-         {"--trace", 0, "FILE", false, "Writes where the time went, for a trace viewer."}},
+        withGerberOptions(
+            {{"--output", 'o', "MODEL.json", false, "Where the model goes. It appears whole or not at all."},
+             {"--as", 0, "PCB|Component", false,
+              "What the board becomes. Default: the stored option, else PCB."},
+             {"--into", 0, "MODEL.json", false,
+              "Imports over the board of this model instead of making a new one."},
+             {"--board", 0, "DESIGNATOR", false, "Which board of that model, where it has several."},
+             {"--option", 0, "\"Label=value\"", true,
+              "Sets an import option for this run, for example\n\"Import Via Keepouts=No\" or \"Min Height=2 "
+              "mm\"."},
+             {"--type-map", 0, "FILE", false,
+              "Tells the type of a component by the prefix of its designators:\na text with lines of "
+              "prefix,type."},
+             {"--library", 0, "DIR", false,
+              "A folder with components that replace those of the design, and\nwith materials."},
+             {"--no-library", 0, nullptr, false,
+              "Uses no library at all, nor the materials that come with eda."},
+             {"--units", 0, "UNIT", false,
+              "The unit of lengths where the files name none, or an unknown one."},
+             {"--json", 0, nullptr, false, "Prints the summary as one JSON object for programs."},
+             {"--trace", 0, "FILE", false, "Writes where the time went, for a trace viewer."}}),
         run};
 }
 

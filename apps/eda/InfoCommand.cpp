@@ -5,6 +5,7 @@
 #include "Design.h"
 #include "Entities.h"
 #include "Failure.h"
+#include "GerberSettings.h"
 #include "host/EntityModel/Types.h"
 #include "Printable.h"
 #include "Report.h"
@@ -35,8 +36,8 @@ void showModel(const std::string &file, bool asJson) {
     }
 }
 
-void showDesign(const std::vector<std::string> &files, bool asJson) {
-    const Design design = readDesign(files);
+void showDesign(const Arguments &arguments, bool asJson) {
+    const Design design = readDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     if (asJson) {
         JsonReport report;
@@ -56,7 +57,7 @@ int run(const Arguments &arguments) {
     if (files.size() == 1 && isModelFile(files.front())) {
         showModel(files.front(), asJson);
     } else {
-        showDesign(files, asJson);
+        showDesign(arguments, asJson);
     }
     return static_cast<int>(Status::Done);
 }
@@ -64,14 +65,17 @@ int run(const Arguments &arguments) {
 } // namespace
 
 CommandDef infoCommand() {
-    return {"info",
-            "FILE...",
-            "Shows what is in a design or a model",
-            "Reads a design, or a model that eda import saved, and prints what is in it. The files of a\n"
-            "design belong together: an IDF board file finds its library file by itself (.emn with .emp,\n"
-            ".brd with .lib, .bdf with .ldf, .idf with .lib).\n",
-            {{"--json", 0, nullptr, false, "Prints one JSON object for programs."}},
-            run};
+    return {
+        "info",
+        "FILE...",
+        "Shows what is in a design or a model",
+        "Reads a design, or a model that eda import saved, and prints what is in it. The files of a\n"
+        "design belong together: an IDF board file finds its library file by itself (.emn with .emp,\n"
+        ".brd with .lib, .bdf with .ldf, .idf with .lib). A set of Gerber layers and drill files is given\n"
+        "whole, or as its folder: what is not copper is left out, and the table tells what each file was\n"
+        "taken for and why.\n",
+        withGerberOptions({{"--json", 0, nullptr, false, "Prints one JSON object for programs."}}),
+        run};
 }
 
 } // namespace EDATool

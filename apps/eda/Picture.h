@@ -72,7 +72,8 @@ public:
     const Colour &background() const { return background_; }
     const std::vector<PictureItem> &items() const { return items_; }
 
-    std::string title; // for formats that carry one
+    std::string title;    // for formats that carry one
+    bool isSharp = false; // pixels are wholly of one colour
 
 private:
     int width_;
@@ -89,7 +90,8 @@ double estimatedTextWidth(const std::string &text, double size, bool bold = fals
 // The bytes of an SVG file, in which arcs are arcs.
 std::string toSvg(const Picture &picture);
 
-// The bytes of a PNG file, anti-aliased. Empty with `error` told when the image cannot be made.
+// The bytes of a PNG file, anti-aliased unless the picture is sharp. Empty with `error` told when the image
+// cannot be made.
 std::string toPng(const Picture &picture, std::string &error);
 
 } // namespace EDATool

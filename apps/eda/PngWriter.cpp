@@ -15,6 +15,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace EDATool {
 
@@ -188,7 +189,7 @@ std::string toPng(const Picture &picture, std::string &error) {
     }
     image.fill(toQt(picture.background()));
     QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, !picture.isSharp);
     const Box &clip = picture.clip();
     if (picture.numClipped() > 0) {
         painter.setClipRect(QRectF(clip.low.x, clip.low.y, clip.width(), clip.height()));
@@ -206,7 +207,7 @@ std::string toPng(const Picture &picture, std::string &error) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (!image.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG")) {
+    if (!std::move(image).convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG")) {
         error = "the picture cannot be encoded as PNG";
         return std::string();
     }

@@ -112,6 +112,20 @@ void JsonReport::addLayer(const EDA::EDABoardLayer &layer) {
     endObject();
 }
 
+// Only sets of files that were told apart have this member.
+void JsonReport::addSources(const Design &design) {
+    beginArray("files");
+    for (const SourceFile &source : design.sources) {
+        beginObject(nullptr);
+        addText("file", source.file);
+        addText("use", source.use);
+        addText("reason", source.reason);
+        endObject();
+    }
+    endArray();
+    addTexts("notices", design.notices);
+}
+
 void JsonReport::addDesign(const Design &design) {
     const EDA::EDABoard &board = design.board();
     double xLow = 0.0;
@@ -139,6 +153,7 @@ void JsonReport::addDesign(const Design &design) {
     for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
         addLayer(*layer);
     endArray();
+    if (!design.sources.empty()) addSources(design);
 }
 
 void JsonReport::addEntities(const EntityCounts &counts) { addCounts("entities", counts); }

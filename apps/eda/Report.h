@@ -40,6 +40,7 @@ private:
     void addBound(double xLow, double yLow, double xHigh, double yHigh);
     void addOutline(const EDA::EDAOutline &outline);
     void addLayer(const EDA::EDABoardLayer &layer);
+    void addSources(const Design &design);
 
     rapidjson::StringBuffer buffer_;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_;

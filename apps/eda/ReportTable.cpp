@@ -43,6 +43,17 @@ void addLayers(const EDA::EDABoard &board, std::vector<TableRow> &rows) {
     }
 }
 
+// Of a set, what each file was taken for.
+void addFiles(const Design &design, std::vector<TableRow> &rows) {
+    if (design.sources.empty()) {
+        for (const std::string &file : design.files)
+            rows.push_back({"File", shortened(file, 300)});
+    }
+    for (const SourceFile &source : design.sources)
+        rows.push_back(
+            {"File", shortened(source.file, 300) + ": " + source.use + " (" + source.reason + ")"});
+}
+
 } // namespace
 
 std::string tableText(const std::vector<TableRow> &rows) {
@@ -64,8 +75,7 @@ std::string designTable(const Design &design) {
     double yHigh = 0.0;
     board.getOverallBound(xLow, yLow, xHigh, yHigh);
     std::vector<TableRow> rows;
-    for (const std::string &file : design.files)
-        rows.push_back({"File", shortened(file, 300)});
+    addFiles(design, rows);
     rows.insert(rows.end(), {{"Format", design.format},
                              {"Name", orDash(board.getName())},
                              {"Units", orDash(board.getUnits())},

@@ -160,7 +160,10 @@ std::string countsOf(const BoardView &view, const std::string &gap) {
 std::string subtitleOf(const BoardView &view, const Shown &shown, bool showsPower) {
     const auto length = [&shown](double value) { return shortNumber(value * shown.factor, 5); };
     const std::string gap = "\u2002\u00b7\u2002"; // blanks that no format folds
-    std::string text = view.side == Side::Top ? "Top side" : "Bottom side, seen from below";
+    std::string text = view.layerNumber > 0
+                           ? "Layer " + std::to_string(view.layerNumber) + ", seen from the top"
+                       : view.side == Side::Top ? "Top side"
+                                                : "Bottom side, seen from below";
     if (!view.edgeBound.isEmpty()) {
         text += gap + length(view.edgeBound.width()) + " \u00d7 " + length(view.edgeBound.height()) + " " +
                 shown.unit;
@@ -178,7 +181,8 @@ void drawTitle(Picture &picture, const SceneFrame &frame, const BoardView &view,
                const std::string &subtitle) {
     const double u = frame.unit;
     const double room = frame.width - 2 * margin * u;
-    const std::string name = view.name.empty() ? "Board without a name" : shortened(view.name, 80);
+    const std::string &given = view.layerNumber > 0 ? view.layer : view.name;
+    const std::string name = given.empty() ? "Board without a name" : shortened(given, 80);
     TextStyle style;
     style.colour = titleColour;
     style.bold = true;
@@ -189,7 +193,8 @@ void drawTitle(Picture &picture, const SceneFrame &frame, const BoardView &view,
     style.bold = false;
     style.size = std::min(textSize * u, textSize * u * room / estimatedTextWidth(subtitle, textSize * u));
     picture.addText(subtitle, {margin * u, subtitleBase * u}, style);
-    picture.title = name + ", " + (view.side == Side::Top ? "top side" : "bottom side");
+    picture.title = name;
+    if (view.layerNumber == 0) picture.title += view.side == Side::Top ? ", top side" : ", bottom side";
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "SceneStyles.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace EDATool {
 
@@ -28,6 +29,11 @@ constexpr Colour none{0, 0, 0, 0};
 constexpr Colour dark{24, 30, 37, 255};
 constexpr Colour light{240, 243, 246, 255};
 constexpr Colour shapeEdge{60, 70, 82, 255}; // on grey
+
+// Of copper, from the top layer down, so that pictures of layers are told apart.
+constexpr Colour layerColours[] = {{196, 58, 49, 255},  {41, 98, 196, 255},  {37, 134, 82, 255},
+                                   {200, 128, 32, 255}, {126, 74, 176, 255}, {22, 138, 150, 255},
+                                   {178, 60, 120, 255}, {110, 120, 34, 255}};
 
 struct PartLook {
     PartKind kind;
@@ -104,6 +110,12 @@ Style SceneStyles::board() const {
 }
 
 Style SceneStyles::cutOut() const { return filled(paperColour, groundOf(colouring_).edge, 2.0 * unit_); }
+
+Style SceneStyles::copperOf(std::size_t layerNumber) const {
+    Style style;
+    style.fill = layerColours[(layerNumber + std::size(layerColours) - 1) % std::size(layerColours)];
+    return style;
+}
 
 Style SceneStyles::keepout(KeepoutKind kind) const {
     const KeepoutLook &look = lookOf(keepoutLooks, kind);
@@ -198,6 +210,7 @@ void SceneStyles::addKeepouts(const BoardView &view, std::vector<LegendEntry> &l
 std::vector<LegendEntry> SceneStyles::legend(const BoardView &view) const {
     using Swatch = LegendEntry::Swatch;
     std::vector<LegendEntry> legend;
+    if (!view.copper.empty()) legend.push_back({"Conductor", copperOf(view.layerNumber), Swatch::Box});
     addParts(view, legend);
     if (anyOf(view.parts, [](const PartView &each) { return each.body.empty(); })) {
         Style style = mark();

@@ -29,6 +29,7 @@ public:
     static Colour paper();
     Style board() const;
     Style cutOut() const;
+    Style copperOf(std::size_t layerNumber) const; // of a layer, counted from 1
     Style keepout(KeepoutKind kind) const;
     // Copper stands around a plated hole; how wide, no design says.
     Style hole(bool isPlated, double diameter) const;

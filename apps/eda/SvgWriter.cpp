@@ -172,8 +172,9 @@ std::string toSvg(const Picture &picture) {
     const std::string width = std::to_string(picture.width());
     const std::string height = std::to_string(picture.height());
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-           width + "\" height=\"" + height + "\" viewBox=\"0 0 " + width + " " + height +
-           "\" font-family=\"DejaVu Sans, Verdana, Helvetica, Arial, sans-serif\">\n<title>" +
+           width + "\" height=\"" + height + "\" viewBox=\"0 0 " + width + " " + height + "\"" +
+           (picture.isSharp ? " shape-rendering=\"crispEdges\"" : "") +
+           " font-family=\"DejaVu Sans, Verdana, Helvetica, Arial, sans-serif\">\n<title>" +
            xmlEscaped(picture.title) + "</title>\n" + definitions + "<rect width=\"" + width +
            "\" height=\"" + height + "\"" + paint("fill", picture.background()) + "/>\n" + body + "</svg>\n";
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace EDA {
@@ -16,10 +17,32 @@ class BoundTree {
 public:
     explicit BoundTree(std::vector<Geometry::Bound2D> const &bounds);
 
+    // A node of the tree: its level above the leaves, and its place in that level.
+    struct Place {
+        std::size_t level;
+        std::size_t index;
+    };
+
     // Calls `visit(index)` for each box that overlaps `bound` within the tolerance, in no special order.
     // Boxes in the reset state are never found.
     template <typename Visit>
-    void search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit) const;
+    void search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit) const {
+        search(bound, tolerance, visit, [](Place) { return true; });
+    }
+
+    // The same without what lies below a node for which `enter(place)` is false.
+    template <typename Visit, typename Enter>
+    void search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit,
+                Enter const &enter) const;
+
+    std::size_t numLevels() const { return levels_.size(); }
+    std::size_t numNodes(std::size_t level) const { return levels_[level].size(); }
+    // The box of a leaf, and the children of any other node: their level is one less.
+    std::size_t leafBox(std::size_t leaf) const { return levels_[0][leaf].first; }
+    std::pair<std::size_t, std::size_t> children(Place place) const {
+        std::size_t const begin = levels_[place.level][place.index].first;
+        return {begin, std::min(begin + fanOut, levels_[place.level - 1].size())};
+    }
 
 private:
     static constexpr std::size_t fanOut = 8;
@@ -33,8 +56,9 @@ private:
     std::vector<Level> levels_; // the leaves first
 };
 
-template <typename Visit>
-void BoundTree::search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit) const {
+template <typename Visit, typename Enter>
+void BoundTree::search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit,
+                       Enter const &enter) const {
     struct Range {
         std::size_t level, begin, end;
     };
@@ -48,11 +72,10 @@ void BoundTree::search(Geometry::Bound2D const &bound, double tolerance, Visit c
             if (!node.bound.overlaps(bound, tolerance)) continue;
             if (range.level == 0) {
                 visit(static_cast<std::size_t>(node.first));
-                continue;
+            } else if (enter(Place{range.level, i})) {
+                auto const [begin, end] = children({range.level, i});
+                open.push_back({range.level - 1, begin, end});
             }
-            std::size_t const begin = node.first;
-            open.push_back(
-                {range.level - 1, begin, std::min(begin + fanOut, levels_[range.level - 1].size())});
         }
     }
 }

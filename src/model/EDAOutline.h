@@ -264,7 +264,7 @@ public:
     bool mergeOutline(EDAOutline const &other, std::vector<EDAOutline> &extraOutlines);
     // The same with many at once; one that cannot be clipped is left out. After each, when `progress` is
     // given, counts one up in `count`, shows it and asks whether to go on; after a cancel those not yet taken
-    // stay out. Always true.
+    // stay out. False, and nothing has changed, when this outline itself cannot be clipped.
     bool mergeOutlines(std::vector<EDAOutline *> const &others, std::vector<EDAOutline> &extraOutlines,
                        Tools::ToolProgress *progress, std::size_t &count);
 
@@ -290,7 +290,7 @@ private:
     static bool pointOnLine(EDAPoint const &point, EDAPoint const &lineStart, EDAPoint const &lineEnd,
                             double scale);
     void rebuild(std::vector<Geometry::Clip::Contour> const &contours, std::vector<EDAOutline> &extraOutlines);
-    void giveHole(EDAOutline &hole, std::vector<EDAOutline> &extraOutlines);
+    void giveHoles(std::vector<EDAOutline> &holes, std::vector<EDAOutline> &extraOutlines);
     bool contains(double x, double y) const;
     static bool contains(PointList const &points, double x, double y);
 

@@ -83,7 +83,7 @@ void EDAOutlineMerge::mergeConductors(EDAOutline &root, std::vector<EDAOutline *
                                       Tools::ToolProgress *progress, std::size_t &count) {
     root.setModelDimension(modelDimension_);
     std::vector<EDAOutline> extra;
-    root.mergeOutlines(toMerge, extra, progress, count);
+    if (!root.mergeOutlines(toMerge, extra, progress, count)) return;
     // Those that a cancel left out go too.
     for (EDAOutline *merged : toMerge)
         merged->clear();

@@ -2,6 +2,7 @@
 #include "host/Geometry/PolygonPainter.h"
 #include "host/Tools/ToolProgress.h"
 #include "model/EDAOutline.h"
+#include "model/Enclosure.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -74,7 +75,7 @@ bool EDAOutline::mergeOutlines(std::vector<EDAOutline *> const &others,
                                std::vector<EDAOutline> &extraOutlines, Tools::ToolProgress *progress,
                                std::size_t &count) {
     Geometry::PolygonPainter painter;
-    paint(painter, *this);
+    if (!paint(painter, *this)) return false;
     for (EDAOutline const *other : others) {
         paint(painter, *other);
         if (!progress) continue;
@@ -100,19 +101,25 @@ void EDAOutline::rebuild(std::vector<Geometry::Clip::Contour> const &contours,
         if (!(outline.getArea() > crumbArea)) continue;
         (contour.hole ? holes : extraOutlines).push_back(std::move(outline));
     }
-    for (EDAOutline &hole : holes)
-        giveHole(hole, extraOutlines);
+    giveHoles(holes, extraOutlines);
 }
 
 // Intended: this outline comes first, even where the hole lies in another piece that stands in a hole of it.
-void EDAOutline::giveHole(EDAOutline &hole, std::vector<EDAOutline> &extraOutlines) {
-    if (extraOutlines.empty() || enclosesOutline(hole)) {
-        internalOutlines_.push_back(std::move(hole));
-        return;
+// Most tests are of boxes alone, so that all holes may be held against all pieces.
+void EDAOutline::giveHoles(std::vector<EDAOutline> &holes, std::vector<EDAOutline> &extraOutlines) {
+    Enclosure whole(*this);
+    std::vector<Enclosure> extras(extraOutlines.begin(), extraOutlines.end());
+    for (EDAOutline &hole : holes) {
+        if (extraOutlines.empty() || whole.encloses(hole)) {
+            internalOutlines_.push_back(std::move(hole));
+            continue;
+        }
+        auto const owner = std::find_if(extras.begin(), extras.end(),
+                                        [&hole](Enclosure &extra) { return extra.encloses(hole); });
+        if (owner == extras.end()) continue;
+        extraOutlines[static_cast<std::size_t>(owner - extras.begin())].internalOutlines_.push_back(
+            std::move(hole));
     }
-    auto const owner = std::find_if(extraOutlines.begin(), extraOutlines.end(),
-                                    [&hole](EDAOutline const &extra) { return extra.enclosesOutline(hole); });
-    if (owner != extraOutlines.end()) owner->internalOutlines_.push_back(std::move(hole));
 }
 
 } // namespace EDA

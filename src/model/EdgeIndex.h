@@ -14,7 +14,7 @@ namespace EDA {
 // twice log n times.
 class EdgeIndex {
 public:
-    // The list must outlive the index and stay as it is. Its points must be finite.
+    // Keeps a copy of the list, whose points must be finite.
     explicit EdgeIndex(EDAOutline::PointList const &points);
 
     // Inside by the number of edges that a ray toward positive X crosses.
@@ -24,7 +24,7 @@ private:
     std::size_t slotOf(double y) const;
     void addEdge(std::uint32_t edge);
 
-    EDAOutline::PointList const &points_;
+    EDAOutline::PointList points_;
     double low_ = 0.0;
     double slotsPerHeight_ = 0.0;
     std::size_t numSlots_ = 1;                      // a power of two

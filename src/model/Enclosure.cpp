@@ -7,9 +7,9 @@
 namespace EDA {
 
 bool Enclosure::encloses(EDAOutline const &inner) {
-    EDAOutline::PointList const &edge = outer_.getPoints(true);
-    if (edge.size() < manyEdges) return outer_.enclosesOutline(inner);
-    Geometry::Bound2D const &bound = outer_.getBound();
+    EDAOutline::PointList const &edge = outer_->getPoints(true);
+    if (edge.size() < manyEdges) return outer_->enclosesOutline(inner);
+    Geometry::Bound2D const &bound = outer_->getBound();
     if (!bound.contains(inner.getBound())) return false;
     if (!edges_) edges_.emplace(edge);
     EDAOutline::PointList const &points = inner.getPoints(true);

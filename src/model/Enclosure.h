@@ -12,7 +12,7 @@ namespace EDA {
 // they are many. The outline must outlive it and stay as it is.
 class Enclosure {
 public:
-    explicit Enclosure(EDAOutline const &outer) : outer_(outer) {}
+    explicit Enclosure(EDAOutline const &outer) : outer_(&outer) {}
 
     bool encloses(EDAOutline const &inner);
 
@@ -20,7 +20,7 @@ private:
     // From so many edges on an index pays.
     static constexpr std::size_t manyEdges = 128;
 
-    EDAOutline const &outer_;
+    EDAOutline const *outer_;
     std::optional<EdgeIndex> edges_; // made at the first question that needs it
 };
 

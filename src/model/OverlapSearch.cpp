@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace EDA {
 
@@ -53,14 +54,57 @@ std::vector<std::size_t> OverlapMap::keys() const {
     return keys;
 }
 
+Groups::Groups(std::size_t count) : parents_(count) {
+    std::iota(parents_.begin(), parents_.end(), std::uint32_t(0));
+}
+
+std::uint32_t Groups::of(std::size_t index) {
+    auto group = static_cast<std::uint32_t>(index);
+    while (parents_[group] != group) {
+        parents_[group] = parents_[parents_[group]];
+        group = parents_[group];
+    }
+    return group;
+}
+
+void Groups::join(std::size_t a, std::size_t b) {
+    std::uint32_t const first = of(a), second = of(b);
+    parents_[std::max(first, second)] = std::min(first, second);
+}
+
 OverlapSearch::OverlapSearch(std::vector<EDAOutline> const &outlines)
-    : outlines_(outlines), tree_(boundsOf(outlines)) {}
+    : outlines_(outlines), bounds_(boundsOf(outlines)), tree_(bounds_), groups_(outlines.size()) {
+    for (std::size_t level = 0; level < tree_.numLevels(); ++level) {
+        members_.emplace_back(level == 0 ? 0 : tree_.numNodes(level), mixed);
+    }
+}
 
 void OverlapSearch::addLater(std::size_t index, OverlapMap &overlaps) {
-    tree_.search(outlines_[index].getBound(), boundTolerance, [&](std::size_t other) {
-        if (other <= index) return;
-        if (meets(index, other) || meets(other, index)) overlaps.add(index, other);
-    });
+    tree_.search(
+        bounds_[index], boundTolerance,
+        [&](std::size_t other) {
+            if (other <= index || groups_.of(other) == groups_.of(index)) return;
+            if (!meets(index, other) && !meets(other, index)) return;
+            overlaps.add(index, other);
+            groups_.join(index, other);
+        },
+        [&](BoundTree::Place place) { return !isWholeGroup(place, groups_.of(index)); });
+}
+
+// Looks one level down only: each visit learns from those below it what earlier ones found.
+bool OverlapSearch::isWholeGroup(BoundTree::Place place, std::uint32_t group) {
+    std::uint32_t &member = members_[place.level][place.index];
+    if (member != mixed) return groups_.of(member) == group;
+    auto const [begin, end] = tree_.children(place);
+    std::uint32_t first = mixed;
+    for (std::size_t i = begin; i < end; ++i) {
+        std::uint32_t const each =
+            place.level == 1 ? static_cast<std::uint32_t>(tree_.leafBox(i)) : members_[place.level - 1][i];
+        if (each == mixed || groups_.of(each) != group) return false;
+        first = each;
+    }
+    member = first;
+    return true;
 }
 
 // `EDAOutline::intersectsHole` of outlines whose bounds meet.

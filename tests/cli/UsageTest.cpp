@@ -63,8 +63,8 @@ TEST(ToolUsage, UnknownOption) {
 }
 TEST(ToolUsage, UnknownLetter) { expectUsageError({"info", "-x", "a.emn"}, "unknown option '-x'"); }
 TEST(ToolUsage, OptionOfALaterVersionIsUnknown) {
-    expectUsageError({"import", "a.emn", "-o", "b.json", "--layer-order", "f"},
-                     "unknown option '--layer-order'");
+    expectUsageError({"import", "a.emn", "-o", "b.json", "--stack-order", "f"},
+                     "unknown option '--stack-order'");
 }
 TEST(ToolUsage, MissingValueAtTheEnd) {
     expectUsageError({"import", "a.emn", "-o"}, "--output needs a value");

@@ -6,8 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
+#include <algorithm>
+#include <limits>
+#include <vector>
 
 using namespace EDA;
 using namespace EDA::test;
@@ -29,31 +30,41 @@ std::vector<double> areas(EDAOutlineMerge &merge) {
     return list;
 }
 
-using Neighbours = std::map<std::size_t, std::set<std::size_t>>;
-
-Neighbours naiveOverlaps(std::vector<EDAOutline> const &outlines) {
-    Neighbours overlaps;
+// For each outline the lowest one that it hangs together with, by all pairs.
+std::vector<std::size_t> naiveGroups(std::vector<EDAOutline> const &outlines) {
+    std::vector<std::size_t> groups(outlines.size());
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        groups[i] = i;
     for (std::size_t i = 0; i < outlines.size(); ++i) {
         for (std::size_t j = i + 1; j < outlines.size(); ++j) {
             if (!outlines[i].intersectsHole(outlines[j]) && !outlines[j].intersectsHole(outlines[i]))
                 continue;
-            overlaps[i].insert(j);
-            overlaps[j].insert(i);
+            std::size_t const low = std::min(groups[i], groups[j]), high = std::max(groups[i], groups[j]);
+            for (std::size_t &group : groups)
+                if (group == high) group = low;
         }
     }
-    return overlaps;
+    return groups;
 }
 
-Neighbours indexedOverlaps(std::vector<EDAOutline> const &outlines) {
+std::vector<std::size_t> indexedGroups(std::vector<EDAOutline> const &outlines) {
     OverlapMap map;
     OverlapSearch search(outlines);
     for (std::size_t i = 0; i < outlines.size(); ++i)
         search.addLater(i, map);
     map.sort(outlines.size());
-    Neighbours overlaps;
-    for (std::size_t const key : map.keys())
-        map.forEachNeighbour(key, [&](std::size_t neighbour) { overlaps[key].insert(neighbour); });
-    return overlaps;
+    std::vector<std::size_t> groups(outlines.size());
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        groups[i] = i;
+    for (std::size_t const key : map.keys()) {
+        map.forEachNeighbour(key, [&](std::size_t neighbour) {
+            std::size_t const low = std::min(groups[key], groups[neighbour]);
+            std::size_t const high = std::max(groups[key], groups[neighbour]);
+            for (std::size_t &group : groups)
+                if (group == high) group = low;
+        });
+    }
+    return groups;
 }
 
 } // namespace
@@ -181,6 +192,31 @@ TEST(OutlineMerge, AnOutlineThatIsNotFiniteStaysAsItIs) {
     EXPECT_EQ((merge.begin() + 1)->numPoints(), 4U);
 }
 
+TEST(OutlineMerge, AnOutlineThatIsNotFiniteTakesNoOtherOver) {
+    EDAOutlineMerge merge;
+    EDAOutline bad = outline("0.5,0.5 1,0.5 1,1");
+    bad.addPoint(0, std::numeric_limits<double>::quiet_NaN(), 1.0, 0.0);
+    merge.addOutline(bad);
+    merge.addOutline(outline("0,0 2,0 2,2 0,2"));
+    merge.addOutline(outline("1,1 3,1 3,3 1,3"));
+    EXPECT_TRUE(merge.mergeConductors(nullptr));
+    ASSERT_EQ(merge.size(), 2U);
+    EXPECT_EQ(merge.begin()->numPoints(), 4U);
+    EXPECT_EQ((merge.begin() + 1)->getArea(), 7.0);
+}
+
+TEST(OutlineMerge, TwentyThousandOutlinesInOnePlaceAreNoSquareOfPairs) {
+    EDAOutlineMerge merge;
+    for (int i = 0; i < 20000; ++i) {
+        EDAOutline each = outline("0,0 2,0 2,2 0,2");
+        each.moveBy(1e-6 * i, 0.0);
+        merge.addOutline(std::move(each));
+    }
+    EXPECT_TRUE(merge.mergeConductors(nullptr));
+    ASSERT_EQ(merge.size(), 1U);
+    EXPECT_NEAR(merge.begin()->getArea(), 2.0 * (2.0 + 0.019999), 1e-9);
+}
+
 TEST(OutlineMerge, AChainOfAHundredThousandIsNoDeepRecursion) {
     EDAOutlineMerge merge;
     for (int i = 0; i < 100000; ++i) {
@@ -195,7 +231,7 @@ TEST(OutlineMerge, AChainOfAHundredThousandIsNoDeepRecursion) {
     EXPECT_NEAR(merge.begin()->getArea(), 100000.5, 1e-6);
 }
 
-TEST(OutlineMerge, TheIndexFindsWhatAllPairsFind) {
+TEST(OutlineMerge, TheIndexFindsTheGroupsThatAllPairsMake) {
     Random random(7);
     for (int round = 0; round < 20; ++round) {
         std::vector<EDAOutline> outlines;
@@ -209,7 +245,7 @@ TEST(OutlineMerge, TheIndexFindsWhatAllPairsFind) {
             }
             outlines.push_back(each);
         }
-        EXPECT_EQ(indexedOverlaps(outlines), naiveOverlaps(outlines)) << "round " << round;
+        EXPECT_EQ(indexedGroups(outlines), naiveGroups(outlines)) << "round " << round;
     }
 }
 

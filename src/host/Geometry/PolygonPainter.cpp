@@ -4,6 +4,7 @@
 #include "host/Geometry/Bound2D.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -59,9 +60,20 @@ bool isConvex(Points const &points, bool &isLeft) {
     return turn != 0 && reversals == 2;
 }
 
+// The engine refuses such numbers, too, but a convex contour meets it only later.
+void checkFinite(Contours const &polygon) {
+    for (Contour const &contour : polygon) {
+        for (Vec2T<double> const &point : contour.points) {
+            if (std::isfinite(point.x) && std::isfinite(point.y)) continue;
+            throw std::invalid_argument("coordinate is not finite");
+        }
+    }
+}
+
 // The polygon as contours that wind once around what is inside. The everyday shape, one convex contour, is
 // taken as it is.
 Contours cleaned(Contours const &polygon) {
+    checkFinite(polygon);
     bool isLeft = true;
     if (polygon.size() == 1 && isConvex(polygon.front().points, isLeft)) {
         Contours convex(1);

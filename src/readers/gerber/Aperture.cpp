@@ -90,8 +90,12 @@ void Aperture::cutOutline(const EDAOutline &hole) {
              ++internal) {
             if (internal->isHole()) pieceHoles.push_back(polygonOf(*internal));
         }
-        Geometry::PolygonClipper::clipPolygon(polygonOf(piece), pieceHoles, polygonOf(hole), {},
-                                              Geometry::PolygonClipper::Difference, polygons, resultHoles);
+        if (!Geometry::PolygonClipper::clipPolygon(polygonOf(piece), pieceHoles, polygonOf(hole), {},
+                                                   Geometry::PolygonClipper::Difference, polygons,
+                                                   resultHoles)) {
+            pieces.push_back(std::move(piece)); // cannot be cut
+            continue;
+        }
         if (polygons.empty()) continue;
         std::vector<EDAOutline> holes;
         for (const Geometry::Polygon2D &polygon : resultHoles)

@@ -90,6 +90,8 @@ void GerberReader::defineAperture(Statement statement) {
     } else if (!shape.empty()) {
         aperture = macroAperture(shape);
     }
+    // Apertures count as points of the file do, so that their number has a bound, too.
+    if (aperture && !takePoints(aperture->numPoints())) aperture.reset();
     if (aperture && !apertureFunction_.empty() && aperture->getName().empty()) {
         aperture->setName(apertureFunction_);
     }

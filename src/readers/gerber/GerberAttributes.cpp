@@ -54,6 +54,7 @@ void GerberReader::extractFileAttribute(Statement statement) {
         // In place of what was said of the file before: nothing of it will be added.
         error_ =
             "This file does not represent a Copper layer; FileFunction = " + attribute.firstValue() + ".\n";
+        numMessages_ = 1;
         throw std::runtime_error("Aborting read");
     }
     if (std::find(ignored.begin(), ignored.end(), attribute.name) != ignored.end()) return;

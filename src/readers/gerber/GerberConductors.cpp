@@ -4,6 +4,9 @@
 #include "model/Enclosure.h"
 #include "readers/gerber/GerberReader.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace EDA {
 
 namespace {
@@ -26,8 +29,11 @@ std::vector<EDAOutline> cleanedOutlines(const EDAOutline &outline) {
         if (internal->isHole()) holes.push_back(polygonOf(*internal));
     }
     const Geometry::Polygon2D polygon = polygonOf(outline);
-    Geometry::PolygonClipper::clipPolygon(polygon, holes, polygon, holes, Geometry::PolygonClipper::Union,
-                                          polygons, resultHoles);
+    // One that crosses itself beyond all measure stays as it is.
+    if (!Geometry::PolygonClipper::clipPolygon(polygon, holes, polygon, holes,
+                                               Geometry::PolygonClipper::Union, polygons, resultHoles)) {
+        return {outline};
+    }
     std::vector<EDAOutline> holeOutlines, cleaned;
     for (const Geometry::Polygon2D &hole : resultHoles)
         holeOutlines.emplace_back(hole, true);
@@ -55,6 +61,15 @@ std::size_t countPoints(const EDAOutline &outline) {
     return count;
 }
 
+bool isFinite(const EDAOutline &outline) {
+    const auto &points = outline.getPoints(true);
+    const bool isOwnFinite = std::all_of(points.begin(), points.end(), [](const auto &point) {
+        return std::isfinite(point.first) && std::isfinite(point.second);
+    });
+    return isOwnFinite &&
+           std::all_of(outline.beginInternalOutlines(), outline.endInternalOutlines(), isFinite);
+}
+
 } // namespace
 
 // Each copy of a step and repeat is made at once: there is no block to repeat later.
@@ -66,7 +81,7 @@ void GerberReader::addOutline(EDAOutline &outline, bool flashed) {
         return;
     }
     for (int ix = 0; ix < repeat.countX; ++ix) {
-        for (int iy = 0; iy < repeat.countY; ++iy) {
+        for (int iy = 0; iy < repeat.countY && !limitReached_; ++iy) {
             EDAOutline copy(outline);
             copy.moveBy(ix * repeat.stepX, iy * repeat.stepY);
             addOutlineInstance(copy, flashed);
@@ -75,19 +90,24 @@ void GerberReader::addOutline(EDAOutline &outline, bool flashed) {
 }
 
 void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
+    // Counted before anything is done with it, so that what is clear or vanishes costs no more than the rest.
+    if (++numObjects_ > limits_.objects) tellLimit();
+    if (limitReached_ || !takePoints(countPoints(outline))) return;
+    outline.setModelDimension(board_.getModelDimension());
+    if (!isFinite(outline)) {
+        tellOnce(infinityTold_, "Objects with coordinates beyond all numbers are left out.");
+        return;
+    }
     if (!state_.darkPolarity) {
         outline.setHole(true);
         punch(flashedAndStroked_, flashedIndex_, outline);
         punch(regions_, regionIndex_, outline);
-        return;
-    }
-    outline.setModelDimension(board_.getModelDimension());
-    if (!outline.hasCutIns()) {
+    } else if (!outline.hasCutIns()) {
         addConductor(outline, flashed);
-        return;
+    } else {
+        for (const EDAOutline &cleaned : cleanedOutlines(outline))
+            addConductor(cleaned, flashed);
     }
-    for (const EDAOutline &cleaned : cleanedOutlines(outline))
-        addConductor(cleaned, flashed);
 }
 
 // Intended: nothing is cut here. What is clear becomes a hole in all that was drawn before and touches it,
@@ -95,23 +115,17 @@ void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
 void GerberReader::punch(EDAOutlineMerge &list, const ConductorIndex &index, const EDAOutline &hole) {
     index.search(hole.getBound(), boundTolerance, [&](std::size_t number) {
         EDAOutline &outline = *(list.begin() + static_cast<std::ptrdiff_t>(number));
-        if (outline.intersectsHole(hole) && takePoints(hole)) outline.addInternalOutline(hole);
+        if (outline.intersectsHole(hole) && takePoints(countPoints(hole))) outline.addInternalOutline(hole);
     });
 }
 
 void GerberReader::addConductor(const EDAOutline &outline, bool flashed) {
-    EDAOutlineMerge &list = flashed ? flashedAndStroked_ : regions_;
-    if (list.size() >= limits_.objects || !takePoints(outline)) {
-        tellLimit();
-        return;
-    }
-    list.addOutline(outline);
+    (flashed ? flashedAndStroked_ : regions_).addOutline(outline);
     (flashed ? flashedIndex_ : regionIndex_).add(outline.getBound());
 }
 
-bool GerberReader::takePoints(const EDAOutline &outline) {
-    const std::size_t count = countPoints(outline);
-    if (numPoints_ + count > limits_.points) {
+bool GerberReader::takePoints(std::size_t count) {
+    if (count > limits_.points - std::min(numPoints_, limits_.points)) {
         tellLimit();
         return false;
     }
@@ -120,10 +134,13 @@ bool GerberReader::takePoints(const EDAOutline &outline) {
 }
 
 void GerberReader::tellLimit() {
-    if (limitTold_) return;
-    limitTold_ = true;
-    addMessage("This file has more than " + std::to_string(limits_.objects) + " conductors or " +
-               std::to_string(limits_.points) + " points; the rest is left out.");
+    tellOnce(limitReached_, "This file has more than " + std::to_string(limits_.objects) + " objects or " +
+                                std::to_string(limits_.points) + " points; the rest is left out.");
+}
+
+void GerberReader::tellOnce(bool &told, const std::string &text) {
+    if (!told) addMessage(text);
+    told = true;
 }
 
 } // namespace EDA

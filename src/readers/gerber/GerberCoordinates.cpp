@@ -107,7 +107,7 @@ void GerberReader::definePattern(Statement statement) {
     repeat.countY = gerberInt(textOf('Y'));
     repeat.stepX = gerberDouble(textOf('I'));
     repeat.stepY = gerberDouble(textOf('J'));
-    const double copies = static_cast<double>(std::max(repeat.countX, 1)) * std::max(repeat.countY, 1);
+    const double copies = static_cast<double>(std::max(repeat.countX, 0)) * std::max(repeat.countY, 1);
     if (copies > limits_.repeats) {
         addUnhandled(statement);
         repeat = StepAndRepeat();

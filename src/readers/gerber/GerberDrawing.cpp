@@ -51,6 +51,7 @@ void GerberReader::flash(Statement statement) {
     state_.lastOperation = Operation::Flash;
     if (!state_.currentAperture) return;
     extractCoordinates(statement, currentX_, currentY_);
+    if (limitReached_) return;
     EDAOutline copy(*state_.currentAperture);
     copy.moveBy(currentX_, currentY_);
     addOutline(copy, true);
@@ -58,12 +59,14 @@ void GerberReader::flash(Statement statement) {
 
 void GerberReader::addLineSegmentToRegion(Statement statement) {
     extractCoordinates(statement, currentX_, currentY_);
+    if (state_.regionOutline.numPoints() > limits_.points) return; // the whole will be left out
     state_.regionOutline.addPoint(0, currentX_, currentY_, 0.0);
 }
 
 // A region keeps a true arc.
 void GerberReader::addCircleSegmentToRegion(Statement statement, bool clockwise) {
     const Arc arc = extractArc(statement, clockwise);
+    if (state_.regionOutline.numPoints() > limits_.points) return;
     state_.regionOutline.addPoint(0, arc.endX, arc.endY, arc.centreX, arc.centreY, clockwise);
     currentX_ = arc.endX;
     currentY_ = arc.endY;

@@ -5,6 +5,8 @@
 #include "text/Text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace EDA {
 
@@ -60,6 +62,11 @@ void GerberReader::addVia(Statement statement) {
 
 // Holes of one size and span are one definition, over all files.
 void GerberReader::addViaAt(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y) || ++numHoles_ > limits_.objects) {
+        tellOnce(limitReached_, "Holes beyond all numbers, or more than " + std::to_string(limits_.objects) +
+                                    ", are left out.");
+        return;
+    }
     EDAVia via;
     via.setHoleType("VIA");
     via.setCentre(x, y);
@@ -76,7 +83,7 @@ void GerberReader::repeatVia(Statement statement) {
     const std::size_t offset = std::min({statement.find('X'), statement.find('Y'), statement.size()});
     const std::size_t end = statement.find('X') != Statement::npos ? statement.find('X') : offset;
     const int count = leadingInt(statement.substr(1, end - 1));
-    if (count > limits_.drillRepeats) {
+    if (count > limits_.drillRepeats || numHoles_ > limits_.objects) {
         addUnhandled(statement);
         return;
     }
@@ -84,6 +91,10 @@ void GerberReader::repeatVia(Statement statement) {
     extractCoordinates(statement, dx, dy);
     for (int i = 1; i <= count; ++i)
         addViaAt(currentX_ + i * dx, currentY_ + i * dy);
+}
+
+void GerberReader::selectNextTool() {
+    if (state_.currentTool < std::numeric_limits<int>::max()) ++state_.currentTool;
 }
 
 } // namespace EDA

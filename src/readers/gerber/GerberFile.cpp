@@ -8,6 +8,7 @@
 #include "text/Encoding.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace EDA {
@@ -70,7 +71,7 @@ bool GerberReader::addFileData(const std::string &path, bool isLayer, Tools::Too
 
 void GerberReader::readStatements(std::string text, Tools::ToolProgress *progress) {
     CharacterCount count(progress, text.size());
-    GerberLines lines(std::move(text));
+    GerberLines lines(std::move(text), limits_.textSize);
     std::string joined;
     for (std::string_view line; lines.next(line);) {
         count.add(line);
@@ -91,6 +92,10 @@ void GerberReader::readStatements(std::string text, Tools::ToolProgress *progres
         }
         handleText(line);
         if (!count.step()) break;
+    }
+    if (lines.numTooLong() > 0) {
+        addMessage("Lines of more than " + std::to_string(limits_.textSize) +
+                   " bytes are left out: " + std::to_string(lines.numTooLong()));
     }
 }
 
@@ -144,6 +149,8 @@ void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outlin
 void GerberReader::addConductorAsVia(EDABoard &board, const EDAOutline &outline, UniqueIDSet &names) {
     double x = 0.0, y = 0.0, diameter = 0.0;
     if (!outline.isCylinder(x, y, diameter, viaMinPoints, viaTolerance)) return;
+    // Points on a line make a circle of no size that is a number.
+    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(diameter)) return;
     EDAVia via;
     via.setHoleType("VIA");
     via.setDiameter(diameter);

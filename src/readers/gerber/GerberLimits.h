@@ -10,7 +10,7 @@ struct GerberLimits {
     std::size_t fileSize = std::size_t(1) << 30;   // bytes; a larger file counts as unreadable
     std::size_t textSize = std::size_t(64) << 20;  // bytes of one line or joined statement
     std::size_t points = 50'000'000;               // of the outlines of one file; the rest is dropped
-    std::size_t objects = 10'000'000;              // of one layer; the rest is dropped
+    std::size_t objects = 10'000'000;              // of one layer, clear ones too; the rest is dropped
     double repeats = 1e6;                          // copies of a step and repeat
     int drillRepeats = 100'000;                    // holes of one repeat statement
     int vertices = 10'000;                         // of a polygon aperture or primitive

@@ -59,7 +59,7 @@ std::size_t blockEnd(std::string_view text) {
 std::size_t blockStart(std::string_view text) {
     for (std::size_t start = text.find('%', 1); start != npos; start = text.find('%', start + 1)) {
         std::size_t const before = text.find_last_not_of(' ', start - 1);
-        if (before != npos && (text[before] == '*' || text[before] == '%')) return start;
+        if (before != npos && text[before] == '*') return start;
     }
     return text.size();
 }
@@ -84,17 +84,22 @@ std::vector<std::string_view> splitText(std::string_view text, char separator, b
     return parts;
 }
 
-bool GerberLines::next(std::string_view &line) {
+bool GerberLines::nextRaw(std::string_view &line) {
     std::string_view const text = text_;
     while (position_ < text.size()) {
         std::size_t const end = std::min(text.find_first_of("\r\n", position_), text.size());
         line = text.substr(position_, end - position_);
         position_ = end + 1;
-        if (line.empty()) continue;
-        if (!isSimple(line)) line = simplified_ = simplified(line);
-        return true;
+        if (line.size() > maxSize_) ++numTooLong_;
+        if (!line.empty() && line.size() <= maxSize_) return true;
     }
     return false;
+}
+
+bool GerberLines::next(std::string_view &line) {
+    if (!nextRaw(line)) return false;
+    if (!isSimple(line)) line = simplified_ = simplified(line);
+    return true;
 }
 
 bool GerberStatements::next(std::string_view &statement) {

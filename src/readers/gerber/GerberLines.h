@@ -12,14 +12,23 @@ namespace EDA {
 // without any is one line.
 class GerberLines {
 public:
-    explicit GerberLines(std::string text) : text_(std::move(text)) {}
+    // A line of more than `maxSize` bytes is left out.
+    explicit GerberLines(std::string text, std::size_t maxSize = static_cast<std::size_t>(-1))
+        : text_(std::move(text)), maxSize_(maxSize) {}
 
     // The next line without blanks at its ends and with single ones within. False at the end. The line is
     // valid until the next call.
     bool next(std::string_view &line);
 
+    // The same as it stands in the text.
+    bool nextRaw(std::string_view &line);
+
+    std::size_t numTooLong() const { return numTooLong_; }
+
 private:
     std::string text_;
+    std::size_t maxSize_;
+    std::size_t numTooLong_ = 0;
     std::size_t position_ = 0;
     std::string simplified_;
 };

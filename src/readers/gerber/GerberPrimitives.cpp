@@ -17,7 +17,8 @@ public:
     explicit Values(const ApertureMacro::Fields &fields) : fields_(fields) {}
 
     double operator[](std::size_t index) const { return leadingDouble(fields_[index]); }
-    int whole(std::size_t index) const { return gerberInt(fields_[index]); }
+    int count(std::size_t index) const { return leadingInt(fields_[index]); }
+    int whole(std::size_t index) const { return gerberInt(fields_[index]); } // 0 for a fraction
     double last() const { return leadingDouble(fields_.back()); }
     std::size_t size() const { return fields_.size(); }
 
@@ -49,7 +50,7 @@ bool buildLowerLeftRectangle(EDAOutline *outline, const Values &values, const Ge
 
 // As many points as it says, or as there are: the last field is the rotation.
 bool buildOutline(EDAOutline *outline, const Values &values, const GerberLimits &limits) {
-    const int count = values.whole(2);
+    const int count = values.count(2);
     if (count > limits.vertices) return false;
     const int present = static_cast<int>((values.size() - 4) / 2);
     for (int i = 0; i < std::min(count, present); ++i) {
@@ -60,16 +61,16 @@ bool buildOutline(EDAOutline *outline, const Values &values, const GerberLimits 
 }
 
 bool buildPolygon(EDAOutline *outline, const Values &values, const GerberLimits &limits) {
-    if (values.whole(2) > limits.vertices) return false;
-    GerberShapes::setupPolygonOutline(outline, values[5], values.whole(2), values[6], values[3], values[4]);
+    if (values.count(2) > limits.vertices) return false;
+    GerberShapes::setupPolygonOutline(outline, values[5], values.count(2), values[6], values[3], values[4]);
     return true;
 }
 
 // Intended here and for thermals: the centre's y is read as a whole number, and anything else is 0.
 bool buildMoire(EDAOutline *outline, const Values &values, const GerberLimits &limits) {
-    if (values.whole(6) > limits.rings) return false;
+    if (values.count(6) > limits.rings) return false;
     GerberShapes::setupMoireOutline(outline, values[1], values.whole(2), values[3], values[4], values[5],
-                                    values.whole(6), values[7], values[8]);
+                                    values.count(6), values[7], values[8]);
     return true;
 }
 

@@ -80,7 +80,7 @@ bool GerberReader::isDrillFile(const std::string &path) const {
     std::string text;
     if (!readLines(path, limits_.fileSize, text)) return false;
     GerberLines lines(std::move(text));
-    for (std::string_view line; lines.next(line);) {
+    for (std::string_view line; lines.nextRaw(line);) {
         if (startsWith(line, "M48") || startsWith(line, "T0")) return true;
         if (startsWith(line, "G04")) return false;
     }
@@ -118,6 +118,8 @@ bool GerberReader::readFile(const std::string &path) {
     const Profiling::ProfileSectionProxy section("GerberReader", __LINE__, "EDA::GerberReader::readFile",
                                                  "ReadGerberFile", true, "");
     error_.clear();
+    startLayer_.clear();
+    endLayer_.clear();
     const bool isRead = addFileData(path, !isDrillFile(path), nullptr);
     finishMessages();
     return isRead;
@@ -159,7 +161,9 @@ void GerberReader::resetParser() {
     flashedIndex_.clear();
     regionIndex_.clear();
     numPoints_ = 0;
-    limitTold_ = false;
+    numObjects_ = 0;
+    limitReached_ = false;
+    infinityTold_ = false;
 }
 
 void GerberReader::addMessage(const std::string &text) {

@@ -164,7 +164,7 @@ private:
     void extractFileAttribute(Statement statement);
     void extractApertureAttribute(Statement statement);
 
-    // Apertures (GerberApertures.cpp, GerberMacros.cpp).
+    // Apertures (GerberApertures.cpp).
     void defineAperture(Statement statement);
     void setupApertureMacro(Statement statement);
     void selectAperture(Statement statement);
@@ -190,14 +190,16 @@ private:
     void addOutlineInstance(EDAOutline &outline, bool flashed);
     void addConductor(const EDAOutline &outline, bool flashed);
     void punch(EDAOutlineMerge &list, const ConductorIndex &index, const EDAOutline &hole);
-    bool takePoints(const EDAOutline &outline);
+    bool takePoints(std::size_t count); // false, with a word, beyond the limit
     void tellLimit();
+    void tellOnce(bool &told, const std::string &text);
 
     // Drills (GerberDrill.cpp).
     void setDrillTool(Statement statement);
     void parseDrillHeaderData(Statement text);
     void addVia(Statement statement);
     void repeatVia(Statement statement);
+    void selectNextTool();
     void addViaAt(double x, double y);
 
     GerberLimits limits_;
@@ -221,7 +223,10 @@ private:
     bool optionsPreset_ = false;
     std::size_t numMessages_ = 0;
     std::size_t numPoints_ = 0; // of outlines in this file
-    bool limitTold_ = false;
+    std::size_t numObjects_ = 0; // tried in this file
+    std::size_t numHoles_ = 0;   // drilled by this reader
+    bool limitReached_ = false;
+    bool infinityTold_ = false;
 };
 
 } // namespace EDA

@@ -81,7 +81,7 @@ void GerberReader::handleStatement(Statement statement, bool &endOfProgram) {
         {{"METRIC", "M71"},
          [](GerberReader &r, Statement s, bool &) { r.setDrillUnits(s, "mm"); },
          inDrillMode},
-        {{"M00"}, [](GerberReader &r, Statement, bool &) { ++r.state_.currentTool; }, inDrillMode},
+        {{"M00"}, [](GerberReader &r, Statement, bool &) { r.selectNextTool(); }, inDrillMode},
         {{"R"}, [](GerberReader &r, Statement s, bool &) { r.repeatVia(s); }, inDrillMode},
         {{"T"}, [](GerberReader &r, Statement s, bool &) { r.setDrillTool(s); }},
         {{"VER", "FMAT", "ICI", "ATC"}, ignore},

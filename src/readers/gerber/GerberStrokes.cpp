@@ -12,7 +12,6 @@ namespace EDA {
 namespace {
 
 constexpr double pi = Geometry::Transform::pi;
-constexpr double stepsPerRadian = 18.0 / pi; // of an arc: one in 10 degrees
 
 struct Extent {
     double low = 1e6;
@@ -62,7 +61,7 @@ void GerberReader::drawLine(Statement statement) {
     const double startX = currentX_, startY = currentY_;
     extractCoordinates(statement, currentX_, currentY_);
     const EDAOutline &aperture = *state_.currentAperture;
-    if (aperture.empty()) return;
+    if (aperture.empty() || limitReached_) return;
     aperture.setModelDimension(board_.getModelDimension());
     EDAOutline stroke(false);
     if (makeConvexStroke(aperture, startX, startY, currentX_, currentY_, stroke)) {
@@ -103,13 +102,14 @@ void GerberReader::drawCircle(Statement statement, bool clockwise) {
     const double startX = currentX_, startY = currentY_;
     currentX_ = arc.endX;
     currentY_ = arc.endY;
-    if (aperture.empty()) return;
+    if (aperture.empty() || limitReached_) return;
     aperture.setModelDimension(board_.getModelDimension());
 
     const double start = positiveAngle(startY - arc.centreY, startX - arc.centreX);
     const double end =
         endAngle(start, positiveAngle(arc.endY - arc.centreY, arc.endX - arc.centreX), clockwise);
-    const int steps = std::max(1, static_cast<int>(std::abs(end - start) * stepsPerRadian));
+    // One in 10 degrees; in this order of operations a whole number of them stays whole.
+    const int steps = std::max(1, static_cast<int>(std::abs(end - start) * 18.0 / pi));
     const double radius = std::sqrt(arc.i * arc.i + arc.j * arc.j);
     Extent extent;
     for (const auto &point : aperture.getPoints(true))

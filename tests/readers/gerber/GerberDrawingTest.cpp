@@ -289,12 +289,12 @@ TEST(GerberRepeat, TooManyCopiesAreToldAndNotMade) {
 
 TEST(GerberLimits, PointsBeyondTheLimitAreLeftOutWithAWord) {
     EDA::GerberLimits limits;
-    limits.points = 5;
+    limits.points = 13; // 6 of them go to the apertures
     GerberBench bench(limits);
     EXPECT_TRUE(bench.readLayer("D11*\nX0Y0D03*\nX50000Y0D03*\nX90000Y0D03*\n"));
     EXPECT_EQ(bench.traces().size(), 1U);
     EXPECT_EQ(bench.reader.getError(),
-              "This file has more than 10000000 conductors or 5 points; the rest is left out.\n");
+              "This file has more than 10000000 objects or 13 points; the rest is left out.\n");
 }
 
 // The plain way: the band and the aperture at both ends, united.

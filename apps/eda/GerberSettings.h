@@ -1,0 +1,18 @@
+// The options of commands that read Gerber sets.
+#pragma once
+
+#include "Arguments.h"
+#include "Design.h"
+
+#include <vector>
+
+namespace EDATool {
+
+// The options of a command, and those for Gerber sets behind them. "--option" is among these unless the
+// command has it already.
+std::vector<OptionDef> withGerberOptions(std::vector<OptionDef> options);
+
+// What the command line says about how a design is read.
+DesignSettings designSettings(const Arguments &arguments);
+
+} // namespace EDATool
