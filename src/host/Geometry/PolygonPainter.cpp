@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -94,14 +95,14 @@ void addAll(Engine &engine, Engine::Operand operand, Contours const &contours) {
     }
 }
 
-// As they are where they cross too often for memory and time: then they overlap, and cover the same.
-Contours united(Contours contours) {
+// Nothing where they cross too often for memory and time.
+std::optional<Contours> unitedAtOnce(Contours const &contours) {
     Engine engine;
     addAll(engine, Engine::Subject, contours);
     try {
         return engine.run({Inside::Operation::Union, Inside::Fill::NonZero, Inside::Fill::NonZero});
     } catch (std::length_error const &) {
-        return contours;
+        return std::nullopt;
     }
 }
 
@@ -131,6 +132,30 @@ std::vector<Region> regionsOf(Contours const &contours) {
         regions.back().end = i + 1;
     }
     return regions;
+}
+
+Contours joined(Contours first, Contours second);
+
+// Few enough that all may cross all.
+constexpr std::size_t crowdRegions = 64;
+
+// A few at a time, and then along their seams: what a crowd loses inside itself no longer crosses. What is
+// still too much stays as it is: it overlaps, and covers the same.
+Contours unitedInHalves(Contours contours) {
+    std::vector<Region> const regions = regionsOf(contours);
+    if (regions.size() <= crowdRegions) {
+        std::optional<Contours> result = unitedAtOnce(contours);
+        return result ? std::move(*result) : std::move(contours);
+    }
+    auto const middle = contours.begin() + static_cast<std::ptrdiff_t>(regions[regions.size() / 2].begin);
+    Contours second(std::make_move_iterator(middle), std::make_move_iterator(contours.end()));
+    contours.erase(middle, contours.end());
+    return joined(unitedInHalves(std::move(contours)), unitedInHalves(std::move(second)));
+}
+
+Contours united(Contours contours) {
+    std::optional<Contours> result = unitedAtOnce(contours);
+    return result ? std::move(*result) : unitedInHalves(std::move(contours));
 }
 
 double lowOf(Region const &region, bool alongX) {
@@ -204,13 +229,19 @@ Contours inOrder(Contours contours) {
     return takeRegions(contours, regions, false);
 }
 
+// Where even the seam is too much the sets stay as they are: they overlap, and cover the same.
+Contours unitedAtSeam(Contours contours) {
+    std::optional<Contours> result = unitedAtOnce(contours);
+    return result ? std::move(*result) : std::move(contours);
+}
+
 // The union of two clean sets. Only regions whose box meets one of the other set are clipped again.
 Contours joined(Contours first, Contours second) {
     std::vector<Region> firstRegions = regionsOf(first), secondRegions = regionsOf(second);
     markMeeting(firstRegions, secondRegions);
     Contours meeting = takeRegions(first, firstRegions, true);
     append(meeting, takeRegions(second, secondRegions, true));
-    Contours result = united(std::move(meeting));
+    Contours result = unitedAtSeam(std::move(meeting));
     append(result, takeRegions(first, firstRegions, false));
     append(result, takeRegions(second, secondRegions, false));
     return result;
