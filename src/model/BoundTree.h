@@ -35,6 +35,10 @@ public:
     void search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit,
                 Enter const &enter) const;
 
+    // Whether `test(index)` holds for any box that `admits` does not refuse: a condition on boxes that holds
+    // for a box where it holds for a part of it. Ends at the first.
+    template <typename Admits, typename Test> bool any(Admits const &admits, Test const &test) const;
+
     std::size_t numLevels() const { return levels_.size(); }
     std::size_t numNodes(std::size_t level) const { return levels_[level].size(); }
     // The box of a leaf, and the children of any other node: their level is one less.
@@ -55,6 +59,27 @@ private:
 
     std::vector<Level> levels_; // the leaves first
 };
+
+template <typename Admits, typename Test> bool BoundTree::any(Admits const &admits, Test const &test) const {
+    if (levels_.empty()) return false;
+    std::vector<std::pair<std::size_t, std::size_t>> open; // level and index
+    for (std::size_t i = 0; i < levels_.back().size(); ++i)
+        open.emplace_back(levels_.size() - 1, i);
+    while (!open.empty()) {
+        auto const [level, index] = open.back();
+        open.pop_back();
+        Node const &node = levels_[level][index];
+        if (!admits(node.bound)) continue;
+        if (level == 0) {
+            if (test(static_cast<std::size_t>(node.first))) return true;
+            continue;
+        }
+        auto const [begin, end] = children({level, index});
+        for (std::size_t i = begin; i < end; ++i)
+            open.emplace_back(level - 1, i);
+    }
+    return false;
+}
 
 template <typename Visit, typename Enter>
 void BoundTree::search(Geometry::Bound2D const &bound, double tolerance, Visit const &visit,

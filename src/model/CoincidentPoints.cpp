@@ -2,6 +2,7 @@
 #include "model/CoincidentPoints.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <tuple>
 
@@ -9,7 +10,13 @@ namespace EDA {
 
 namespace {
 
-using Points = std::vector<EDAOutline::EDAPoint>;
+using Place = OutlinePoints::Place;
+using Points = EDAOutline::PointList;
+
+bool isSame(Place const &a, Place const &b) {
+    return std::abs(a.first - b.first) < EDAOutline::ptTol &&
+           std::abs(a.second - b.second) < EDAOutline::ptTol;
+}
 
 // A coordinate as the number of its grid line. Two coordinates that are equal within the
 // tolerance have the same number, or numbers 1 apart: cells are two tolerances wide, so that
@@ -32,8 +39,8 @@ std::vector<Entry> sortedEntries(Points const &points) {
     std::vector<Entry> entries;
     entries.reserve(points.size());
     for (std::size_t i = 1; i < points.size(); ++i)
-        if (std::isfinite(points[i].x) && std::isfinite(points[i].y))
-            entries.push_back({gridLine(points[i].x), gridLine(points[i].y), i});
+        if (std::isfinite(points[i].first) && std::isfinite(points[i].second))
+            entries.push_back({gridLine(points[i].first), gridLine(points[i].second), i});
     std::sort(entries.begin(), entries.end(), [](Entry const &a, Entry const &b) {
         return std::tie(a.column, a.row, a.index) < std::tie(b.column, b.row, b.index);
     });
@@ -66,7 +73,7 @@ void searchCell(Points const &points, Cell const &cell, Cell const &other, std::
         while (start != other.end && start->index <= entry->index)
             ++start;
         for (auto later = start; later != other.end && later->index < next[entry->index]; ++later)
-            if (points[later->index] == points[entry->index]) next[entry->index] = later->index;
+            if (isSame(points[later->index], points[entry->index])) next[entry->index] = later->index;
     }
 }
 
@@ -89,7 +96,63 @@ template <typename Visit> void forNeighbours(std::vector<Cell> const &cells, dou
     }
 }
 
+constexpr std::size_t mostOfQuickLook = 128;
+constexpr std::size_t mostInLine = 8; // points of one X; more may be too many to compare each with each
+
+// The points from left to right, of a list without its first point that goes to the right and back once.
+class LeftToRight {
+public:
+    explicit LeftToRight(Points const &points) : points_(points), count_(points.size() - 1) {}
+
+    // False for any other list.
+    bool sort() {
+        std::size_t low = 0;
+        for (std::size_t i = 1; i < count_; ++i)
+            if (at(i).first < at(low).first) low = i;
+        order_[0] = low;
+        std::size_t ahead = after(low), behind = before(low);
+        double lastAhead = at(low).first, lastBehind = at(low).first;
+        for (std::size_t i = 1; i < count_; ++i) {
+            bool const isAhead = at(ahead).first <= at(behind).first;
+            std::size_t &next = isAhead ? ahead : behind;
+            double &last = isAhead ? lastAhead : lastBehind;
+            if (!(at(next).first >= last)) return false;
+            last = at(next).first;
+            order_[i] = next;
+            next = isAhead ? after(next) : before(next);
+        }
+        return true;
+    }
+
+    bool areAllApart() const {
+        for (std::size_t i = 0; i < count_; ++i) {
+            Place const &point = sorted(i);
+            for (std::size_t j = i + 1; j < count_ && sorted(j).first - point.first < EDAOutline::ptTol;
+                 ++j) {
+                if (j - i > mostInLine || isSame(sorted(j), point)) return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    std::size_t after(std::size_t i) const { return i + 1 < count_ ? i + 1 : 0; }
+    std::size_t before(std::size_t i) const { return i > 0 ? i - 1 : count_ - 1; }
+    Place const &at(std::size_t i) const { return points_[i + 1]; }
+    Place const &sorted(std::size_t i) const { return at(order_[i]); }
+
+    Points const &points_;
+    std::size_t count_;
+    std::array<std::size_t, mostOfQuickLook> order_;
+};
+
 } // namespace
+
+bool surelyHasNoCoincidentPoints(Points const &points) {
+    if (points.size() < 2 || points.size() > mostOfQuickLook) return false;
+    LeftToRight order(points);
+    return order.sort() && order.areAllApart();
+}
 
 std::vector<std::size_t> nextCoincidentPoints(Points const &points) {
     std::vector<std::size_t> next(points.size(), noPoint);

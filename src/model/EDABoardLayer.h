@@ -35,7 +35,8 @@ public:
     void setThickness(double thickness) { thickness_ = thickness; }
     double getThickness() const { return thickness_; }
 
-    // Distance of the layer's top from the board's. Not greater than -1000.0: none was given.
+    // Distance from the board's top, as the importer reads it: that of the layer's lower face. Not greater
+    // than -1000.0: none was given.
     void setTopOffset(double offset) { topOffset_ = offset; }
     double getTopOffset() const { return topOffset_; }
 
@@ -60,6 +61,8 @@ public:
     // addition. The argument is not changed.
     EDATrace *addTrace(EDATrace &trace);
     EDATrace *addTrace(EDATrace &&trace);
+    // Makes room for so many loose traces.
+    void reserveTraces(std::size_t count) { traces_.reserve(count); }
     std::size_t numTraces() const { return traces_.size(); }
     TraceIterator beginTraces() const { return traces_.begin(); }
     TraceIterator endTraces() const { return traces_.end(); }

@@ -18,24 +18,12 @@ bool near(double a, double b, double tolerance) { return std::abs(a - b) < toler
 
 } // namespace
 
-bool EDAOutline::EDAPoint::isArc() const { return std::abs(angle) > ptTol || centered; }
-
-bool EDAOutline::EDAPoint::operator==(EDAPoint const &other) const {
-    return near(x, other.x, ptTol) && near(y, other.y, ptTol);
-}
-
-bool EDAOutline::EDAPoint::isEqual(EDAPoint const &other, double tolerance) const {
-    return near(x, other.x, tolerance) && near(y, other.y, tolerance) &&
-           near(angle, other.angle, tolerance) && near(centreX, other.centreX, tolerance) &&
-           near(centreY, other.centreY, tolerance) && clockwise == other.clockwise;
-}
-
 EDAOutline::EDAOutline(bool hole) : hole_(hole) {}
 
 EDAOutline::EDAOutline(Geometry::Polygon2D const &polygon, bool hole) : hole_(hole) {
     points_.reserve(polygon.numPoints());
     for (auto vertex = polygon.beginPoints(); vertex != polygon.endPoints(); ++vertex)
-        points_.emplace_back(vertex->x, vertex->y, 0.0);
+        points_.push_back(EDAPoint(vertex->x, vertex->y, 0.0));
 }
 
 EDAOutline::EDAOutline(EDAOutline const &other)

@@ -3,6 +3,7 @@
 
 #include "Export.h"
 #include "host/Geometry/Bound2D.h"
+#include "model/OutlinePoints.h"
 
 #include <cstddef>
 #include <string>
@@ -57,45 +58,8 @@ public:
     // the length of the outline's diagonal.
     static EDA_DATA double lineTol;
 
-    // A stored vertex, and the shape of the edge that arrives at it.
-    struct EDAPoint {
-        double x;
-        double y;
-        // Included angle of an arc from the previous vertex to this one, in degrees: positive
-        // is anticlockwise, 0 a straight edge. Exactly +360 is a full circle: then the previous
-        // vertex is its centre and this one a point on it. -360 is no circle.
-        double angle = 0.0;
-        // Arc centre, meaningful when `centered`.
-        double centreX = 0.0;
-        double centreY = 0.0;
-        // The arriving edge is an arc given by its centre; `angle` is not used.
-        bool centered = false;
-        // Sense of a centred arc.
-        bool clockwise = true;
-
-        // A straight point (angle 0) or the end of an arc of `angleValue` degrees.
-        EDAPoint(double xValue, double yValue, double angleValue) : x(xValue), y(yValue), angle(angleValue) {}
-        // The end of an arc about a centre.
-        EDAPoint(double xValue, double yValue, double centreXValue, double centreYValue, bool clockwiseValue)
-            : x(xValue), y(yValue), centreX(centreXValue), centreY(centreYValue), centered(true),
-              clockwise(clockwiseValue) {}
-        EDAPoint(EDAPoint const &) = default;
-        EDAPoint(EDAPoint &&) = default;
-        EDAPoint &operator=(EDAPoint const &) = default;
-        EDAPoint &operator=(EDAPoint &&) = default;
-        virtual ~EDAPoint() = default;
-
-        // True when the arriving edge is an arc: |angle| > `ptTol`, or centred.
-        bool isArc() const;
-        // Same place within `ptTol`. The arc fields are not compared.
-        bool operator==(EDAPoint const &other) const;
-        bool operator!=(EDAPoint const &other) const { return !(*this == other); }
-        // Coordinates, angle and centre all within `tolerance`, and the same sense. `centered`
-        // is not compared: a point that differs only in it counts as a repetition.
-        bool isEqual(EDAPoint const &other, double tolerance) const;
-    };
-
-    using PointIterator = std::vector<EDAPoint>::const_iterator;
+    using EDAPoint = OutlinePoint;
+    using PointIterator = OutlinePoints::Iterator; // gives vertices by value
     using OutlineIterator = std::vector<EDAOutline>::iterator;
     using ConstOutlineIterator = std::vector<EDAOutline>::const_iterator;
 
@@ -123,6 +87,9 @@ public:
     bool operator!=(EDAOutline const &other) const { return !(*this == other); }
 
     // Building.
+
+    // Makes room for so many points of this outline.
+    void reservePoints(std::size_t count) { points_.reserve(count); }
 
     // Adds a straight point (angle 0) or the end of an arc of `angle` degrees.
     //
@@ -287,14 +254,16 @@ private:
     static bool pointOnLine(std::pair<double, double> const &point,
                             std::pair<double, double> const &lineStart,
                             std::pair<double, double> const &lineEnd, double scale);
-    static bool pointOnLine(EDAPoint const &point, EDAPoint const &lineStart, EDAPoint const &lineEnd,
-                            double scale);
+    static bool isDegenerate(OutlinePoints::Place const &previous, OutlinePoints::Place const &current,
+                             OutlinePoints::Place const &next, double scale);
+    void removeDegeneratePlaces(double scale);
+    void removeDegenerateArcs(double scale);
     void rebuild(std::vector<Geometry::Clip::Contour> const &contours, std::vector<EDAOutline> &extraOutlines);
     void giveHoles(std::vector<EDAOutline> &holes, std::vector<EDAOutline> &extraOutlines);
     bool contains(double x, double y) const;
     static bool contains(PointList const &points, double x, double y);
 
-    std::vector<EDAPoint> points_;
+    OutlinePoints points_;
     double zLow_ = 0.0;
     double zHigh_ = 0.0;
     std::vector<EDAOutline> internalOutlines_;

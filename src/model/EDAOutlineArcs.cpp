@@ -137,12 +137,13 @@ EDAOutline::PointList const &EDAOutline::getPoints(bool discretise) const {
     if (!cache.empty()) return cache;
     PointList points;
     points.reserve(points_.size());
-    if (discretise) {
+    if (discretise && !points_.areStraight()) {
         bool const hadArcs = expandPoints(points);
         cleanupPoints(points, hadArcs);
     } else {
-        for (EDAPoint const &point : points_)
-            addPoint(points, {point.x, point.y});
+        for (auto const &place : points_.places())
+            addPoint(points, place);
+        if (discretise) cleanupPoints(points, false);
     }
     cache = std::move(points);
     return cache;
@@ -152,7 +153,7 @@ bool EDAOutline::expandPoints(PointList &points) const {
     bool hadArcs = false;
     PointList arc;
     for (std::size_t i = 0; i < points_.size(); ++i) {
-        EDAPoint const &point = points_[i];
+        EDAPoint const point = points_[i];
         bool circle = false;
         if (point.isArc()) {
             hadArcs = true; // also for the first point, whose own arc has no start and never expands

@@ -57,6 +57,7 @@ bool paint(Geometry::PolygonPainter &painter, EDAOutline const &outline) {
 
 EDAOutline outlineOf(Contour const &contour) {
     EDAOutline outline(contour.hole);
+    outline.reservePoints(contour.points.size());
     for (auto const &point : contour.points)
         outline.addPoint(0, point.x, point.y, 0.0);
     return outline;
@@ -93,6 +94,7 @@ void EDAOutline::rebuild(std::vector<Geometry::Clip::Contour> const &contours,
     for (Contour const &contour : contours) {
         if (!contour.hole && empty()) {
             // However small: this outline stands for the whole.
+            reservePoints(contour.points.size());
             for (auto const &point : contour.points)
                 addPoint(0, point.x, point.y, 0.0);
             continue;

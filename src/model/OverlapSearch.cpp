@@ -1,8 +1,6 @@
 // Overlaps by bounds, then by vertices.
 #include "model/OverlapSearch.h"
 
-#include "model/RayCrossing.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -84,7 +82,7 @@ void OverlapSearch::addLater(std::size_t index, OverlapMap &overlaps) {
         bounds_[index], boundTolerance,
         [&](std::size_t other) {
             if (other <= index || groups_.of(other) == groups_.of(index)) return;
-            if (!meets(index, other) && !meets(other, index)) return;
+            if (!meets(index, other)) return;
             overlaps.add(index, other);
             groups_.join(index, other);
         },
@@ -107,32 +105,16 @@ bool OverlapSearch::isWholeGroup(BoundTree::Place place, std::uint32_t group) {
     return true;
 }
 
-// `EDAOutline::intersectsHole` of outlines whose bounds meet.
-bool OverlapSearch::meets(std::size_t outer, std::size_t inner) {
-    EDAOutline const &outline = outlines_[outer], &other = outlines_[inner];
-    EDAOutline::PointList const &points = other.getPoints(true);
-    if (points.size() < 3) return false;
-    Geometry::Bound2D const &bound = outline.getBound();
-    bool const anyInside = std::any_of(points.begin(), points.end(), [&](auto const &point) {
-        return bound.contains(point.first, point.second, boundTolerance) && contains(outer, point);
-    });
-    return anyInside && std::none_of(outline.beginInternalOutlines(), outline.endInternalOutlines(),
-                                     [&other](EDAOutline const &internal) {
-                                         return internal.isHole() && internal.enclosesOutline(other);
-                                     });
+bool OverlapSearch::meets(std::size_t first, std::size_t second) {
+    OutlineIndex small, otherSmall;
+    OutlineIndex *const index = keptIndex(first), *const otherIndex = keptIndex(second);
+    return OutlineIndex::overlap(outlines_[first], index ? *index : small, outlines_[second],
+                                 otherIndex ? *otherIndex : otherSmall);
 }
 
-bool OverlapSearch::contains(std::size_t index, std::pair<double, double> const &point) {
-    EDAOutline::PointList const &points = outlines_[index].getPoints(true);
-    if (points.size() >= manyEdges) {
-        return edges_.try_emplace(index, points).first->second.contains(point.first, point.second);
-    }
-    bool inside = false;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        auto const &to = points[i + 1 < points.size() ? i + 1 : 0];
-        if (rayCrosses(points[i], to, point.first, point.second)) inside = !inside;
-    }
-    return inside;
+// Null for an outline that is not worth one.
+OutlineIndex *OverlapSearch::keptIndex(std::size_t number) {
+    return OutlineIndex::isWorthwhile(outlines_[number]) ? &indexes_[number] : nullptr;
 }
 
 } // namespace EDA

@@ -3,11 +3,10 @@
 
 #include "model/BoundTree.h"
 #include "model/EDAOutline.h"
-#include "model/EdgeIndex.h"
+#include "model/OutlineIndex.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -49,8 +48,8 @@ private:
 
 // Answers `EDAOutline::overlaps` for the outlines of a set, which must stay as they are. It asks only those
 // whose bounds meet and that are not known to hang together already, so that a thousand outlines in one place
-// are no million pairs, and looks into outlines of many edges through an index. An outline with a coordinate
-// that is not finite overlaps nothing: it could not be united.
+// are no million pairs, and looks into outlines of many edges or holes through an index. An outline with a
+// coordinate that is not finite overlaps nothing: it could not be united.
 class OverlapSearch {
 public:
     explicit OverlapSearch(std::vector<EDAOutline> const &outlines);
@@ -60,12 +59,9 @@ public:
     void addLater(std::size_t index, OverlapMap &overlaps);
 
 private:
-    // From so many edges on an index pays.
-    static constexpr std::size_t manyEdges = 128;
-
     bool isWholeGroup(BoundTree::Place place, std::uint32_t group);
-    bool meets(std::size_t outer, std::size_t inner);
-    bool contains(std::size_t index, std::pair<double, double> const &point);
+    bool meets(std::size_t first, std::size_t second);
+    OutlineIndex *keptIndex(std::size_t number);
 
     std::vector<EDAOutline> const &outlines_;
     std::vector<Geometry::Bound2D> bounds_; // in the reset state for what is not finite
@@ -74,7 +70,7 @@ private:
     // Of each node above the leaves: a box of the one group that all below it are known to be in, or `mixed`.
     static constexpr std::uint32_t mixed = static_cast<std::uint32_t>(-1);
     std::vector<std::vector<std::uint32_t>> members_;
-    std::unordered_map<std::size_t, EdgeIndex> edges_; // made at the first question
+    std::unordered_map<std::size_t, OutlineIndex> indexes_; // of large outlines
 };
 
 } // namespace EDA

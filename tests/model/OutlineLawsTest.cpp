@@ -7,10 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <numeric>
 
 using EDA::EDAOutline;
 using EDA::test::outline;
+using EDA::test::placesOf;
 using EDA::test::Points;
 using EDA::test::PointsNear;
 using EDA::test::Random;
@@ -281,7 +283,7 @@ TEST(EDAOutlineLaws, NextCoincidentPointsEqualThePlainSearchAtEveryMagnitude) {
             if (i % 10 == 0) points[1].x = std::nan("");
             if (i % 10 == 1) points[1].y = HUGE_VAL;
             auto const expected = naiveNext(points);
-            ASSERT_EQ(EDA::nextCoincidentPoints(points), expected)
+            ASSERT_EQ(EDA::nextCoincidentPoints(placesOf(points)), expected)
                 << "seed 23, offset " << offset << " case " << i;
             found += static_cast<int>(expected.size() - static_cast<std::size_t>(std::count(
                                                             expected.begin(), expected.end(), EDA::noPoint)));
@@ -319,7 +321,7 @@ TEST(EDAOutlineLaws, NextCoincidentPointsFollowTheTolerance) {
     StoredPoints const points{{0, 0, 0}, {1, 1, 0}, {1.4, 1.4, 0}, {1, 1, 0}};
     for (double tolerance : {0.5, 0.0, -1.0, HUGE_VAL, std::nan("")}) {
         EDAOutline::ptTol = tolerance;
-        EXPECT_EQ(EDA::nextCoincidentPoints(points), naiveNext(points)) << tolerance;
+        EXPECT_EQ(EDA::nextCoincidentPoints(placesOf(points)), naiveNext(points)) << tolerance;
     }
 }
 
@@ -350,4 +352,28 @@ TEST(ErasingWalk, TakesAtMostThreeStepsAPoint) {
     });
     EXPECT_LE(steps, 300000);
     EXPECT_EQ(list.size(), 33334u);
+}
+
+TEST(EDAOutlineLaws, AQuickLookForRepeatedPlacesNeverMissesOne) {
+    Random random(61);
+    int clear = 0;
+    for (int i = 0; i < 20 * cases; ++i) {
+        StoredPoints const points = latticePoints(random, random.below(9), i % 2 == 0 ? 1.0 : 0.4e-12, false);
+        if (!EDA::surelyHasNoCoincidentPoints(placesOf(points))) continue;
+        ++clear;
+        ASSERT_EQ(naiveNext(points), std::vector<std::size_t>(points.size(), EDA::noPoint))
+            << "seed 61, case " << i;
+    }
+    EXPECT_GT(clear, cases);
+}
+
+TEST(EDAOutlineLaws, AQuickLookClearsConvexOutlines) {
+    for (int count : {3, 4, 36, 127}) {
+        StoredPoints points;
+        for (int i = 0; i < count; ++i)
+            points.emplace_back(std::cos(i * 6.28 / count), std::sin(i * 6.28 / count), 0.0);
+        EXPECT_TRUE(EDA::surelyHasNoCoincidentPoints(placesOf(points))) << count;
+        points.push_back(points[1]);
+        EXPECT_FALSE(EDA::surelyHasNoCoincidentPoints(placesOf(points))) << count;
+    }
 }

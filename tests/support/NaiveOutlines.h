@@ -10,6 +10,13 @@ namespace EDA::test {
 
 using StoredPoints = std::vector<EDAOutline::EDAPoint>;
 
+inline Points placesOf(StoredPoints const &points) {
+    Points places;
+    for (EDAOutline::EDAPoint const &point : points)
+        places.emplace_back(point.x, point.y);
+    return places;
+}
+
 inline bool samePlace(std::pair<double, double> const &a, std::pair<double, double> const &b) {
     return std::abs(a.first - b.first) < 1e-12 && std::abs(a.second - b.second) < 1e-12;
 }

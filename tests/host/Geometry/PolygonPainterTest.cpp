@@ -217,3 +217,14 @@ TEST(PolygonPainter, ManyBatchesGiveTheSameAsOne) {
         EXPECT_NEAR(batched[i].points.front().y, atOnce[i].points.front().y, 1e-9);
     }
 }
+
+TEST(PolygonPainter, AConvexPolygonThatIsNotFiniteIsRefusedAndCountsAsNotGiven) {
+    for (double const bad : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                             std::numeric_limits<double>::quiet_NaN()}) {
+        PolygonPainter painter;
+        painter.paint(box(0, 0, 1, 1));
+        EXPECT_THROW(painter.paint(box(0, 0, bad, 1)), std::invalid_argument);
+        EXPECT_THROW(painter.erase(box(0, 0, bad, 1)), std::invalid_argument);
+        EXPECT_EQ(area(painter.finish()), 1.0);
+    }
+}
