@@ -1,11 +1,11 @@
 // Seeded shapes for measuring polygon clipping, and areas to judge its results by.
 #pragma once
 
+#include "BenchRandom.h"
 #include "host/Geometry/ClippingEngine.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <random>
 #include <vector>
 
 namespace EDABench {
@@ -14,17 +14,6 @@ using Points = std::vector<Geometry::Vec2T<double>>;
 using Shape = std::vector<Points>;
 using Operation = Geometry::Clip::Inside::Operation;
 using Fill = Geometry::Clip::Inside::Fill;
-
-// Random numbers that are the same with every standard library.
-class Random {
-public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    int below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned>(limit)); }
-    double unit() { return engine_() / 4294967296.0; }
-
-private:
-    std::mt19937 engine_;
-};
 
 // Circles of 36 points and radius 1, spread so that each overlaps a few others.
 Shape overlappingCircles(int count, unsigned seed);

@@ -1,12 +1,13 @@
 // Making of seeded IDF pairs.
 #include "IdfGenerator.h"
 
+#include "BenchRandom.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <fstream>
-#include <random>
 #include <utility>
 #include <vector>
 
@@ -17,20 +18,6 @@ namespace {
 using Points = std::vector<std::pair<double, double>>;
 
 constexpr double pi = 3.14159265358979323846;
-
-// The distributions of the standard library differ between machines; this one does not.
-class Random {
-public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double uniform(double low, double high) { return low + (high - low) * (engine_() / 4294967296.0); }
-    int below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned>(limit)); }
-    template <typename T, size_t n> const T &choice(const T (&values)[n]) {
-        return values[below(static_cast<int>(n))];
-    }
-
-private:
-    std::mt19937 engine_;
-};
 
 void print(std::string &out, const char *format, ...) {
     char line[256];

@@ -3,6 +3,8 @@
 
 #include "host/Geometry/Polygon2D.h"
 #include "host/Geometry/PolygonClipper.h"
+#include "model/Enclosure.h"
+#include "model/OutlineIndex.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +18,26 @@ Geometry::Polygon2D polygonOf(const EDAOutline &outline) {
     for (const auto &[x, y] : outline.getPoints(true))
         polygon.addPoint(x, y, false);
     return polygon;
+}
+
+constexpr std::size_t manyPoints = 128; // from here on indexes pay
+
+// What takes about as long as taking up one vertex in a union.
+constexpr std::size_t piecesOfStep = 64; // boxes looked at
+constexpr std::size_t pointsOfStep = 4;  // points put into an index
+constexpr std::size_t testsOfStep = 512; // points held against edges
+
+std::size_t countPoints(const EDAOutline &outline) {
+    std::size_t count = outline.getPoints(true).size();
+    for (auto internal = outline.beginInternalOutlines(); internal != outline.endInternalOutlines();
+         ++internal) {
+        count += countPoints(*internal);
+    }
+    return count;
+}
+
+bool areBothLarge(const EDAOutline &a, const EDAOutline &b) {
+    return std::min(a.getPoints(true).size(), b.getPoints(true).size()) >= manyPoints;
 }
 
 // A solid of the same points without internal outlines.
@@ -49,71 +71,105 @@ void Aperture::addOutline(const EDAOutline &outline) {
 }
 
 void Aperture::addSolid(const EDAOutline &outline) {
-    const auto touched = std::find_if(pieces_.begin(), pieces_.end(), [&outline](const EDAOutline &piece) {
-        return piece.overlaps(outline);
-    });
-    std::vector<EDAOutline> lost;
-    if (touched != pieces_.end() && touched->mergeOutline(outline, lost)) {
+    if (!spend(1 + pieces_.size() / piecesOfStep)) return;
+    const auto touched =
+        std::find_if(pieces_.begin(), pieces_.end(),
+                     [this, &outline](const EDAOutline &piece) { return overlap(piece, outline); });
+    if (touched != pieces_.end() && merge(*touched, outline)) {
         joinWith(static_cast<std::size_t>(touched - pieces_.begin()));
     } else {
         pieces_.push_back(outline);
     }
 }
 
+// Whether the boxes of two outlines meet and there is time left to look closer.
+bool Aperture::mayMeet(const EDAOutline &piece, const EDAOutline &outline) {
+    if (!piece.getBound().overlaps(outline.getBound())) return false;
+    const std::size_t size = piece.getPoints(true).size(), otherSize = outline.getPoints(true).size();
+    const auto numHoles = static_cast<std::size_t>(piece.numInternalOutlines());
+    const std::size_t steps =
+        areBothLarge(piece, outline) ? (size + otherSize) / pointsOfStep : size * otherSize / testsOfStep;
+    return spend(1 + steps + numHoles / piecesOfStep);
+}
+
+bool Aperture::overlap(const EDAOutline &piece, const EDAOutline &outline) {
+    if (!mayMeet(piece, outline)) return false;
+    if (!areBothLarge(piece, outline)) return piece.overlaps(outline);
+    OutlineIndex index, otherIndex;
+    return OutlineIndex::overlap(piece, index, outline, otherIndex);
+}
+
+bool Aperture::touchesHole(const EDAOutline &piece, const EDAOutline &hole) {
+    if (!mayMeet(piece, hole)) return false;
+    if (!areBothLarge(piece, hole)) return piece.intersectsHole(hole);
+    OutlineIndex index, holeIndex;
+    return OutlineIndex::intersectsHole(piece, index, hole, holeIndex);
+}
+
+bool Aperture::merge(EDAOutline &piece, const EDAOutline &outline) {
+    std::vector<EDAOutline> lost;
+    return spend(countPoints(piece) + countPoints(outline)) && piece.mergeOutline(outline, lost);
+}
+
 // Of two pieces that meet, the one that stands first takes the other up.
 void Aperture::joinWith(std::size_t grown) {
-    std::vector<EDAOutline> lost;
     const auto erase = [this](std::size_t index) {
         pieces_.erase(pieces_.begin() + static_cast<std::ptrdiff_t>(index));
     };
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
-        if (i == grown || !pieces_[i].overlaps(pieces_[grown])) continue;
+        if (i == grown || !overlap(pieces_[i], pieces_[grown])) continue;
         if (i < grown) {
-            if (!pieces_[i].mergeOutline(pieces_[grown], lost)) continue;
+            if (!merge(pieces_[i], pieces_[grown])) continue;
             erase(grown);
             grown = i;
-        } else if (pieces_[grown].mergeOutline(pieces_[i], lost)) {
+        } else if (merge(pieces_[grown], pieces_[i])) {
             erase(i--);
         }
     }
 }
 
 void Aperture::cutOutline(const EDAOutline &hole) {
+    if (!spend(1 + pieces_.size() / piecesOfStep)) return;
     std::vector<EDAOutline> pieces, further;
     for (EDAOutline &piece : pieces_) {
-        if (!piece.intersectsHole(hole)) {
+        std::vector<EDAOutline> parts;
+        if (!touchesHole(piece, hole) || !cut(piece, hole, parts)) {
             pieces.push_back(std::move(piece));
             continue;
         }
-        std::vector<Geometry::Polygon2D> pieceHoles, polygons, resultHoles;
-        for (auto internal = piece.beginInternalOutlines(); internal != piece.endInternalOutlines();
-             ++internal) {
-            if (internal->isHole()) pieceHoles.push_back(polygonOf(*internal));
-        }
-        if (!Geometry::PolygonClipper::clipPolygon(polygonOf(piece), pieceHoles, polygonOf(hole), {},
-                                                   Geometry::PolygonClipper::Difference, polygons,
-                                                   resultHoles)) {
-            pieces.push_back(std::move(piece)); // cannot be cut
-            continue;
-        }
-        if (polygons.empty()) continue;
-        std::vector<EDAOutline> holes;
-        for (const Geometry::Polygon2D &polygon : resultHoles)
-            holes.emplace_back(polygon, true);
-        piece.clear();
-        for (std::size_t i = 0; i < polygons.size(); ++i) {
-            const EDAOutline shape(polygons[i], false);
-            EDAOutline cut = i == 0 ? std::move(piece) : shape;
-            if (i == 0) cut.resetOutline(shape, true);
-            for (const EDAOutline &each : holes) {
-                if (cut.enclosesOutline(each)) cut.addInternalOutline(each);
-            }
-            (i == 0 ? pieces : further).push_back(std::move(cut));
-        }
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            (i == 0 ? pieces : further).push_back(std::move(parts[i]));
     }
     pieces_ = std::move(pieces);
     pieces_.insert(pieces_.end(), std::make_move_iterator(further.begin()),
                    std::make_move_iterator(further.end()));
+}
+
+// False, and nothing has changed, for a piece that cannot be cut.
+bool Aperture::cut(EDAOutline &piece, const EDAOutline &hole, std::vector<EDAOutline> &parts) {
+    if (!spend(countPoints(piece) + countPoints(hole))) return false;
+    std::vector<Geometry::Polygon2D> pieceHoles, polygons, resultHoles;
+    for (auto internal = piece.beginInternalOutlines(); internal != piece.endInternalOutlines(); ++internal) {
+        if (internal->isHole()) pieceHoles.push_back(polygonOf(*internal));
+    }
+    if (!Geometry::PolygonClipper::clipPolygon(polygonOf(piece), pieceHoles, polygonOf(hole), {},
+                                               Geometry::PolygonClipper::Difference, polygons, resultHoles)) {
+        return false;
+    }
+    for (const Geometry::Polygon2D &polygon : polygons) {
+        const EDAOutline shape(polygon, false);
+        if (!parts.empty()) {
+            parts.push_back(shape);
+            continue;
+        }
+        parts.push_back(std::move(piece)); // keeps its name and all that is not its shape
+        parts.front().resetOutline(shape, true);
+    }
+    std::vector<EDAOutline> holes;
+    for (const Geometry::Polygon2D &polygon : resultHoles)
+        holes.emplace_back(polygon, true);
+    giveEnclosedHoles(parts, holes, [this](const EDAOutline &each) { return spend(each.numPoints()); });
+    return true;
 }
 
 void Aperture::combineInto(EDAOutline &result) const {

@@ -13,6 +13,8 @@ namespace EDA {
 
 namespace {
 
+constexpr std::size_t bytesOfStep = 16; // of expressions, in one step of work
+
 bool isOperator(const std::string &field) {
     return field == "+" || field == "-" || field == "/" || field == "x" || field == "X";
 }
@@ -53,24 +55,61 @@ void ApertureMacro::addPrimitive(const Fields &fields) {
 }
 
 std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters) const {
+    WorkBudget budget(limits_.macroWork);
+    std::string problem;
+    return createOutline(parameters, budget, problem);
+}
+
+std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters, WorkBudget &budget,
+                                                         std::string &problem) const {
     if (primitives_.empty()) return nullptr;
-    Aperture aperture;
+    if (primitives_.size() > limits_.primitives) {
+        problem = "it has more than " + std::to_string(limits_.primitives) + " statements";
+        return nullptr;
+    }
+    Aperture aperture(&budget);
     for (Fields fields : primitives_) {
         if (fields.size() == 1 && fields[0][0] == '$') {
-            if (!define(fields[0], parameters)) return nullptr;
-            continue;
+            if (define(fields[0], parameters)) continue;
+            problem = "a variable has more than " + std::to_string(limits_.macroText) + " bytes";
+            return nullptr;
         }
-        for (std::string &field : fields) {
-            const bool hasVariable = !parameters.empty() && field.find('$') != std::string::npos;
-            if (hasVariable && !evaluate(field, parameters)) return nullptr;
-        }
+        if (!evaluateAll(fields, parameters, budget, problem)) return nullptr;
         EDAOutline outline(false);
-        if (buildPrimitive(outline, fields)) aperture.addOutline(outline);
+        if (buildPrimitive(outline, fields)) {
+            aperture.addOutline(outline);
+        } else if (isTooLarge(fields)) {
+            problem = "primitives of more than " + std::to_string(limits_.vertices) + " vertices or " +
+                      std::to_string(limits_.rings) + " rings are left out";
+        }
+        if (budget.isUsedUp()) {
+            problem = "the macros of this file take too long";
+            return nullptr;
+        }
     }
     auto outline = std::make_unique<EDAOutline>(false);
     aperture.combineInto(*outline);
     outline->setName(name_);
     return outline;
+}
+
+// An expression costs no more than a look at its text and at those of all variables, once.
+bool ApertureMacro::evaluateAll(Fields &fields, const Parameters &parameters, WorkBudget &budget,
+                                std::string &problem) const {
+    if (parameters.empty()) return true;
+    std::size_t textSize = 0;
+    for (const auto &[key, value] : parameters)
+        textSize += key.size() + value.size();
+    for (std::string &field : fields) {
+        if (field.find('$') == std::string::npos) continue;
+        const bool isReplaced = field.find('X') != std::string::npos;
+        const std::size_t cost = field.size() * (isReplaced ? parameters.size() : 1) + textSize;
+        if (!budget.spend(1 + cost / bytesOfStep)) return true; // which is told once for all
+        if (evaluate(field, parameters)) continue;
+        problem = "an expression is too long or nested too deeply";
+        return false;
+    }
+    return true;
 }
 
 // The value stays text. Its own former value is put in its place.

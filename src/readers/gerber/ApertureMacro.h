@@ -2,6 +2,7 @@
 #pragma once
 
 #include "readers/gerber/GerberLimits.h"
+#include "readers/gerber/WorkBudget.h"
 
 #include <map>
 #include <memory>
@@ -32,8 +33,12 @@ public:
 
     // The shape for the parameters "$1", "$2" and so on, whose texts may be expressions; definitions of
     // the macro are added to them. Named after the macro; without points where nothing solid is left.
-    // Null for a macro without statements, and where a text or an expression grows beyond the limits. A value
-    // goes into its field with six significant digits: that is intended.
+    // Null for a macro without statements, and where it goes beyond the limits; then `problem` is given a
+    // word of it. A primitive of too many vertices or rings is left out, also with a word. A value goes into
+    // its field with six significant digits: that is intended.
+    std::unique_ptr<EDAOutline> createOutline(std::map<std::string, std::string> &parameters,
+                                              WorkBudget &budget, std::string &problem) const;
+    // The same with a budget of its own.
     std::unique_ptr<EDAOutline> createOutline(std::map<std::string, std::string> &parameters) const;
 
 private:
@@ -41,7 +46,10 @@ private:
 
     bool define(const std::string &definition, Parameters &parameters) const;
     bool evaluate(std::string &field, const Parameters &parameters) const;
+    bool evaluateAll(Fields &fields, const Parameters &parameters, WorkBudget &budget,
+                     std::string &problem) const;
     bool buildPrimitive(EDAOutline &outline, const Fields &fields) const;
+    bool isTooLarge(const Fields &fields) const;
 
     std::string name_;
     std::vector<Fields> primitives_;

@@ -1,21 +1,32 @@
-// Trees of doubling size.
+// Conductors by place.
 #include "readers/gerber/ConductorIndex.h"
+
+#include "model/EDAOutlineMerge.h"
+
+#include <algorithm>
 
 namespace EDA {
 
-void ConductorIndex::add(const Geometry::Bound2D &bound) {
-    bounds_.push_back(bound);
-    std::size_t begin = parts_.empty() ? 0 : parts_.back().end;
-    const std::size_t end = bounds_.size();
-    if (end - begin < batch) return;
-    // Takes in the parts before that are no larger than what is new.
-    while (!parts_.empty() && parts_.back().end - parts_.back().begin <= end - begin) {
-        begin = parts_.back().begin;
-        parts_.pop_back();
-    }
-    const std::vector<Geometry::Bound2D> bounds(bounds_.begin() + static_cast<std::ptrdiff_t>(begin),
-                                                bounds_.end());
-    parts_.push_back({begin, end, BoundTree(bounds)});
+std::vector<std::size_t> ConductorIndex::findTouched(EDAOutlineMerge &list, const EDAOutline &object) {
+    OutlineIndex objectIndex;
+    std::vector<std::size_t> touched;
+    bounds_.search(object.getBound(), Geometry::Bound2D::defaultTolerance, [&](std::size_t number) {
+        const EDAOutline &outline = *(list.begin() + static_cast<std::ptrdiff_t>(number));
+        if (touches(number, outline, object, objectIndex)) touched.push_back(number);
+    });
+    std::sort(touched.begin(), touched.end());
+    return touched;
+}
+
+bool ConductorIndex::touches(std::size_t number, const EDAOutline &outline, const EDAOutline &object,
+                             OutlineIndex &objectIndex) {
+    ++numTests_;
+    OutlineIndex small;
+    OutlineIndex &index = OutlineIndex::isWorthwhile(outline) ? large_[number] : small;
+    const std::size_t testsBefore = index.numHoleTests();
+    const bool isTouched = OutlineIndex::intersectsHole(outline, index, object, objectIndex);
+    numTests_ += index.numHoleTests() - testsBefore;
+    return isTouched;
 }
 
 } // namespace EDA

@@ -1,45 +1,39 @@
-// Finds the outlines of a growing list that meet a box.
+// Finds the conductors that a clear object touches.
 #pragma once
 
-#include "model/BoundTree.h"
+#include "model/GrowingBoundTree.h"
+#include "model/OutlineIndex.h"
 
 #include <cstddef>
+#include <unordered_map>
 #include <vector>
 
 namespace EDA {
 
-// Boxes that are added one by one, with searches between. Trees of doubling size hold them, so that adding
-// and searching cost log n on average.
+class EDAOutlineMerge;
+
+// The places of the outlines of a growing list, and what is known of the large ones among them. The outlines
+// stay as they were added, but for the holes that they get.
 class ConductorIndex {
 public:
-    void add(const Geometry::Bound2D &bound);
+    void add(const EDAOutline &outline) { bounds_.add(outline.getBound()); }
+    std::size_t size() const { return bounds_.size(); }
     void clear() { *this = ConductorIndex(); }
 
-    // Calls `visit(number)` for each box that overlaps `bound` within the tolerance; the first box added has
-    // the number 0.
-    template <typename Visit>
-    void search(const Geometry::Bound2D &bound, double tolerance, const Visit &visit) const;
+    // The numbers, ascending, of the outlines in the list whose material the object meets
+    // (`EDAOutline::intersectsHole`).
+    std::vector<std::size_t> findTouched(EDAOutlineMerge &list, const EDAOutline &object);
+
+    // How often so far an object was held against an outline or a hole of one.
+    std::size_t numTests() const { return numTests_; }
 
 private:
-    static constexpr std::size_t batch = 256; // so many are looked at one by one
+    bool touches(std::size_t number, const EDAOutline &outline, const EDAOutline &object,
+                 OutlineIndex &objectIndex);
 
-    struct Part {
-        std::size_t begin;
-        std::size_t end;
-        BoundTree tree;
-    };
-    std::vector<Geometry::Bound2D> bounds_;
-    std::vector<Part> parts_;
+    GrowingBoundTree bounds_;
+    std::unordered_map<std::size_t, OutlineIndex> large_;
+    std::size_t numTests_ = 0;
 };
-
-template <typename Visit>
-void ConductorIndex::search(const Geometry::Bound2D &bound, double tolerance, const Visit &visit) const {
-    for (const Part &part : parts_) {
-        part.tree.search(bound, tolerance, [&](std::size_t number) { visit(part.begin + number); });
-    }
-    for (std::size_t i = parts_.empty() ? 0 : parts_.back().end; i < bounds_.size(); ++i) {
-        if (bounds_[i].overlaps(bound, tolerance)) visit(i);
-    }
-}
 
 } // namespace EDA

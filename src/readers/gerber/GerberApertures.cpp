@@ -61,11 +61,13 @@ void addHole(EDAOutline &outline, const Fields &fields, std::size_t first) {
     outline.addInternalOutline(hole);
 }
 
-// Null where there are too few fields or too many vertices.
-std::shared_ptr<EDAOutline> standardAperture(const Template &shape, std::string_view text, int maxVertices) {
-    const Fields fields = splitText(text.substr(2), 'X', true);
+int numVertices(const Template &shape, const Fields &fields) {
+    return shape.letter == 'P' && fields.size() > 1 ? gerberInt(fields[1]) : 0;
+}
+
+// Null where there are too few fields.
+std::shared_ptr<EDAOutline> standardAperture(const Template &shape, const Fields &fields) {
     if (fields.size() < shape.minFields) return nullptr;
-    if (shape.letter == 'P' && gerberInt(fields[1]) > maxVertices) return nullptr;
     auto outline = std::make_shared<EDAOutline>(false);
     shape.build(outline.get(), fields);
     addHole(*outline, fields, shape.holeField);
@@ -86,7 +88,13 @@ void GerberReader::defineAperture(Statement statement) {
 
     AperturePtr aperture;
     if (const Template *const standard = findTemplate(shape)) {
-        aperture = standardAperture(*standard, shape, limits_.vertices);
+        const Fields fields = splitText(shape.substr(2), 'X', true);
+        if (numVertices(*standard, fields) <= limits_.vertices) {
+            aperture = standardAperture(*standard, fields);
+        } else {
+            addMessage("Aperture of more than " + std::to_string(limits_.vertices) +
+                       " vertices: " + std::string(shape));
+        }
     } else if (!shape.empty()) {
         aperture = macroAperture(shape);
     }
@@ -109,8 +117,12 @@ GerberReader::AperturePtr GerberReader::macroAperture(Statement text) {
     }
     const auto macro = state_.macros.find(std::string(text.substr(0, comma)));
     AperturePtr aperture;
-    if (macro != state_.macros.end()) aperture = macro->second.createOutline(parameters);
+    std::string problem;
+    if (macro != state_.macros.end()) {
+        aperture = macro->second.createOutline(parameters, macroWork_, problem);
+    }
     if (!aperture) addMessage("Failed to find aperture macro: " + std::string(text));
+    if (!problem.empty()) addMessage("Aperture macro " + macro->first + ": " + problem + ".");
     return aperture;
 }
 

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
 
 namespace EDA {
 
 namespace {
-
-constexpr double boundTolerance = Geometry::Bound2D::defaultTolerance;
 
 Geometry::Polygon2D polygonOf(const EDAOutline &outline) {
     Geometry::Polygon2D polygon;
@@ -21,8 +21,9 @@ Geometry::Polygon2D polygonOf(const EDAOutline &outline) {
 }
 
 // An outline that touches itself, as regions spell holes, as clean ones with holes. Nothing where it encloses
-// nothing.
-std::vector<EDAOutline> cleanedOutlines(const EDAOutline &outline) {
+// nothing. Each copy of a hole is asked for: where contours stand in contours, all of them get those within.
+std::vector<EDAOutline> cleanedOutlines(const EDAOutline &outline,
+                                        const std::function<bool(const EDAOutline &)> &takeHole) {
     std::vector<Geometry::Polygon2D> holes, polygons, resultHoles;
     for (auto internal = outline.beginInternalOutlines(); internal != outline.endInternalOutlines();
          ++internal) {
@@ -38,17 +39,10 @@ std::vector<EDAOutline> cleanedOutlines(const EDAOutline &outline) {
     for (const Geometry::Polygon2D &hole : resultHoles)
         holeOutlines.emplace_back(hole, true);
     for (const Geometry::Polygon2D &each : polygons) {
-        EDAOutline piece(each, false);
-        piece.setName(outline.getName());
-        Enclosure enclosure(piece);
-        std::vector<const EDAOutline *> enclosed;
-        for (const EDAOutline &hole : holeOutlines) {
-            if (enclosure.encloses(hole)) enclosed.push_back(&hole);
-        }
-        for (const EDAOutline *hole : enclosed)
-            piece.addInternalOutline(*hole);
-        cleaned.push_back(std::move(piece));
+        cleaned.emplace_back(each, false);
+        cleaned.back().setName(outline.getName());
     }
+    giveEnclosedHoles(cleaned, holeOutlines, takeHole);
     return cleaned;
 }
 
@@ -61,7 +55,21 @@ std::size_t countPoints(const EDAOutline &outline) {
     return count;
 }
 
+// Whether it takes no more than a look to see that the edge that arrives at the point is finite: it is straight
+// or a circle or has a centre, and its numbers are far from any overflow.
+bool isPlain(const EDAOutline::EDAPoint &point) {
+    constexpr double large = 1e100;
+    const bool isKnown = point.centered || !point.isArc() || point.angle == 360.0;
+    return isKnown && std::abs(point.x) < large && std::abs(point.y) < large &&
+           std::abs(point.centreX) < large && std::abs(point.centreY) < large;
+}
+
 bool isFinite(const EDAOutline &outline) {
+    // Without the list of points, which would be made for this alone.
+    if (outline.numInternalOutlines() == 0 &&
+        std::all_of(outline.beginPoints(), outline.endPoints(), isPlain)) {
+        return true;
+    }
     const auto &points = outline.getPoints(true);
     const bool isOwnFinite = std::all_of(points.begin(), points.end(), [](const auto &point) {
         return std::isfinite(point.first) && std::isfinite(point.second);
@@ -103,25 +111,34 @@ void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
         punch(flashedAndStroked_, flashedIndex_, outline);
         punch(regions_, regionIndex_, outline);
     } else if (!outline.hasCutIns()) {
-        addConductor(outline, flashed);
+        // A region stays: its end may come twice.
+        addConductor(flashed ? std::move(outline) : EDAOutline(outline), flashed);
     } else {
-        for (const EDAOutline &cleaned : cleanedOutlines(outline))
-            addConductor(cleaned, flashed);
+        const auto takeHole = [this](const EDAOutline &hole) { return takePoints(hole.numPoints()); };
+        for (EDAOutline &cleaned : cleanedOutlines(outline, takeHole))
+            addConductor(std::move(cleaned), flashed);
     }
 }
 
 // Intended: nothing is cut here. What is clear becomes a hole in all that was drawn before and touches it,
 // and who uses the outlines resolves the holes.
-void GerberReader::punch(EDAOutlineMerge &list, const ConductorIndex &index, const EDAOutline &hole) {
-    index.search(hole.getBound(), boundTolerance, [&](std::size_t number) {
-        EDAOutline &outline = *(list.begin() + static_cast<std::ptrdiff_t>(number));
-        if (outline.intersectsHole(hole) && takePoints(countPoints(hole))) outline.addInternalOutline(hole);
-    });
+void GerberReader::punch(EDAOutlineMerge &list, ConductorIndex &index, const EDAOutline &hole) {
+    if (flashedIndex_.numTests() + regionIndex_.numTests() > limits_.clearTests) {
+        tellOnce(clearLimitTold_, "Clear objects beyond " + std::to_string(limits_.clearTests) +
+                                      " tests of what they touch are left out.");
+        return;
+    }
+    // Only now: most layers have nothing that is clear.
+    for (std::size_t i = index.size(); i < list.size(); ++i)
+        index.add(*(list.begin() + static_cast<std::ptrdiff_t>(i)));
+    for (const std::size_t number : index.findTouched(list, hole)) {
+        if (!takePoints(countPoints(hole))) return;
+        (list.begin() + static_cast<std::ptrdiff_t>(number))->addInternalOutline(hole);
+    }
 }
 
-void GerberReader::addConductor(const EDAOutline &outline, bool flashed) {
-    (flashed ? flashedAndStroked_ : regions_).addOutline(outline);
-    (flashed ? flashedIndex_ : regionIndex_).add(outline.getBound());
+void GerberReader::addConductor(EDAOutline &&outline, bool flashed) {
+    (flashed ? flashedAndStroked_ : regions_).addOutline(std::move(outline));
 }
 
 bool GerberReader::takePoints(std::size_t count) {

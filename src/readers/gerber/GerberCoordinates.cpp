@@ -30,23 +30,51 @@ bool readDigits(std::string_view digits, std::size_t decimals, double &value) {
     return true;
 }
 
-// The texts behind the letters of a statement.
+// The place of a coordinate's letter among X, Y, I and J; 4 for any other character.
+std::size_t letterOf(char c) {
+    switch (c) {
+    case 'X':
+        return 0;
+    case 'Y':
+        return 1;
+    case 'I':
+        return 2;
+    case 'J':
+        return 3;
+    default:
+        return 4;
+    }
+}
+
+bool endsCoordinates(char c) { return c == '\n' || c == '*' || c == 'D'; }
+
+// The texts behind the letters of a statement. What follows a letter that comes again is joined to its text.
 struct CoordinateTexts {
-    std::array<std::string, 4> texts; // X, Y, I, J
+    std::array<std::string_view, 4> texts; // X, Y, I, J
+    std::array<std::string, 4> joined;
 
     explicit CoordinateTexts(std::string_view statement) {
-        std::string *target = nullptr;
-        for (const char c : statement) {
-            constexpr std::string_view letters = "XYIJ";
-            const std::size_t letter = letters.find(c);
-            if (letter != std::string_view::npos) {
-                target = &texts[letter];
-            } else if (c == '\n' || c == '*' || c == 'D') {
-                break;
-            } else if (target) {
-                *target += c;
-            }
+        for (std::size_t i = 0; i < statement.size() && !endsCoordinates(statement[i]);) {
+            const std::size_t letter = letterOf(statement[i++]);
+            const std::size_t begin = i;
+            if (letter == texts.size()) continue;
+            while (i < statement.size() && !endsCoordinates(statement[i]) &&
+                   letterOf(statement[i]) == texts.size())
+                ++i;
+            add(letter, statement.substr(begin, i - begin));
         }
+    }
+    CoordinateTexts(const CoordinateTexts &) = delete; // the texts may lie within
+    CoordinateTexts &operator=(const CoordinateTexts &) = delete;
+
+private:
+    void add(std::size_t letter, std::string_view text) {
+        if (texts[letter].empty()) {
+            texts[letter] = text;
+            return;
+        }
+        joined[letter] = std::string(texts[letter]).append(text);
+        texts[letter] = joined[letter];
     }
 };
 

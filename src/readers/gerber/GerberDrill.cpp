@@ -82,7 +82,7 @@ void GerberReader::addViaAt(double x, double y) {
 void GerberReader::repeatVia(Statement statement) {
     const std::size_t offset = std::min({statement.find('X'), statement.find('Y'), statement.size()});
     const std::size_t end = statement.find('X') != Statement::npos ? statement.find('X') : offset;
-    const int count = leadingInt(statement.substr(1, end - 1));
+    const int count = gerberInt(statement.substr(1, end - 1));
     if (count > limits_.drillRepeats || numHoles_ > limits_.objects) {
         addUnhandled(statement);
         return;

@@ -19,8 +19,18 @@ namespace {
 
 constexpr std::size_t charactersOfStep = 1000; // of the progress within a file
 
+const std::string conductorName = "Conductor";
+
 constexpr int viaMinPoints = 8;
+// Of the sum of width and height: what is greater is no circle.
+constexpr double viaMaxDiameter = 1e6;
 constexpr double viaTolerance = 1e-4;
+
+// The most frequent shape has nothing to clean up.
+bool isCircle(const EDAOutline &outline) {
+    return outline.numPoints() == 2 && outline.numInternalOutlines() == 0 &&
+           (outline.endPoints() - 1)->isArc();
+}
 
 // Progress by the characters that were read.
 class CharacterCount {
@@ -120,11 +130,24 @@ void GerberReader::addLayer(const std::string &path, Tools::ToolProgress *progre
         flashedAndStroked_.clear();
         regions_.mergeConductors(progress);
     }
+    const auto isAmbiguous = [](const EDAOutline &outline) {
+        return startsWith(outline.getName(), conductorName);
+    };
+    const bool isNumbered = std::none_of(flashedAndStroked_.begin(), flashedAndStroked_.end(), isAmbiguous) &&
+                            std::none_of(regions_.begin(), regions_.end(), isAmbiguous);
+    layer.reserveTraces(flashedAndStroked_.size() + regions_.size());
     UniqueIDSet names;
     for (EDAOutlineMerge *list : {&flashedAndStroked_, &regions_}) {
         for (EDAOutline &outline : *list) {
-            outline.removeDegeneratePoints();
-            if (!outline.empty()) addConductorToLayer(layer, std::move(outline), names);
+            if (!isCircle(outline)) outline.removeDegeneratePoints();
+            if (outline.empty()) continue;
+            // The numbers alone are unique, where no other name looks like them.
+            std::string name =
+                isNumbered && outline.getName().empty()
+                    ? conductorName + std::to_string(layer.numTraces())
+                    : generateUniqueName(outline.getName(), conductorName, layer.numTraces(), names);
+            addConductorToLayer(layer, std::move(outline), name);
+            outline = EDAOutline(); // frees its lists of points for the next one's
         }
     }
     board_.addLayer(std::move(layer));
@@ -137,9 +160,9 @@ void GerberReader::addConductorsAsVias() {
     }
 }
 
-void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outline, UniqueIDSet &names) {
+void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outline, const std::string &name) {
     EDATrace trace;
-    trace.setName(generateUniqueName(outline.getName(), "Conductor", layer.numTraces(), names));
+    trace.setName(name);
     // By way of a new outline, which has no caches: the clean-up left those of the points before it.
     EDAOutline fresh(std::move(outline));
     trace.getOutline() = std::move(fresh);
@@ -149,8 +172,11 @@ void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outlin
 void GerberReader::addConductorAsVia(EDABoard &board, const EDAOutline &outline, UniqueIDSet &names) {
     double x = 0.0, y = 0.0, diameter = 0.0;
     if (!outline.isCylinder(x, y, diameter, viaMinPoints, viaTolerance)) return;
-    // Points on a line make a circle of no size that is a number.
-    if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(diameter)) return;
+    // Three of the points make the circle; where they lie on a line it has no end, or with their rounding none
+    // that means anything.
+    const Geometry::Bound2D &bound = outline.getBound();
+    const double limit = viaMaxDiameter * (bound.getXSize() + bound.getYSize());
+    if (!std::isfinite(x) || !std::isfinite(y) || !(diameter <= limit)) return;
     EDAVia via;
     via.setHoleType("VIA");
     via.setDiameter(diameter);

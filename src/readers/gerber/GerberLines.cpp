@@ -87,7 +87,9 @@ std::vector<std::string_view> splitText(std::string_view text, char separator, b
 bool GerberLines::nextRaw(std::string_view &line) {
     std::string_view const text = text_;
     while (position_ < text.size()) {
-        std::size_t const end = std::min(text.find_first_of("\r\n", position_), text.size());
+        std::size_t const found =
+            hasReturns_ ? text.find_first_of("\r\n", position_) : text.find('\n', position_);
+        std::size_t const end = std::min(found, text.size());
         line = text.substr(position_, end - position_);
         position_ = end + 1;
         if (line.size() > maxSize_) ++numTooLong_;

@@ -14,7 +14,7 @@ class GerberLines {
 public:
     // A line of more than `maxSize` bytes is left out.
     explicit GerberLines(std::string text, std::size_t maxSize = static_cast<std::size_t>(-1))
-        : text_(std::move(text)), maxSize_(maxSize) {}
+        : text_(std::move(text)), maxSize_(maxSize), hasReturns_(text_.find('\r') != std::string::npos) {}
 
     // The next line without blanks at its ends and with single ones within. False at the end. The line is
     // valid until the next call.
@@ -28,6 +28,7 @@ public:
 private:
     std::string text_;
     std::size_t maxSize_;
+    bool hasReturns_; // most texts have none, and one character is found faster than two
     std::size_t numTooLong_ = 0;
     std::size_t position_ = 0;
     std::string simplified_;

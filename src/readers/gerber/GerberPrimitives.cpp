@@ -105,6 +105,15 @@ const Primitive primitives[] = {
 
 } // namespace
 
+bool ApertureMacro::isTooLarge(const Fields &fields) const {
+    const Values values(fields);
+    const auto isLarge = [&](const char *code, std::size_t field, int limit) {
+        return fields[0] == code && fields.size() > field && values.count(field) > limit;
+    };
+    return !fields.empty() && (isLarge("4", 2, limits_.vertices) || isLarge("5", 2, limits_.vertices) ||
+                               isLarge("6", 6, limits_.rings));
+}
+
 // Any other code, that of a comment among them, is nothing.
 bool ApertureMacro::buildPrimitive(EDAOutline &outline, const Fields &fields) const {
     if (fields.empty()) return false;

@@ -60,7 +60,9 @@ GerberReader::GerberReader() : GerberReader(GerberLimits()) {}
 
 GerberReader::~GerberReader() = default;
 
-GerberReader::GerberReader(const GerberLimits &limits) : limits_(limits) { board_.setUnits("mm"); }
+GerberReader::GerberReader(const GerberLimits &limits) : limits_(limits), macroWork_(limits.macroWork) {
+    board_.setUnits("mm");
+}
 
 Entity *GerberReader::getOptions() {
     Entity *const options =
@@ -164,6 +166,8 @@ void GerberReader::resetParser() {
     numObjects_ = 0;
     limitReached_ = false;
     infinityTold_ = false;
+    clearLimitTold_ = false;
+    macroWork_ = WorkBudget(limits_.macroWork);
 }
 
 void GerberReader::addMessage(const std::string &text) {

@@ -8,6 +8,7 @@
 #include "readers/gerber/ConductorIndex.h"
 #include "readers/gerber/DrillTool.h"
 #include "readers/gerber/GerberLimits.h"
+#include "readers/gerber/WorkBudget.h"
 
 #include <QMap>
 #include <QString>
@@ -18,6 +19,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Tools {
@@ -113,6 +115,8 @@ private:
         bool drillMode = false;
         std::map<int, AperturePtr> apertures; // a code may stand for no shape
         AperturePtr currentAperture;
+        // Of the apertures with which strokes without length were drawn.
+        std::map<std::pair<AperturePtr, Interpolation>, std::vector<EDAOutline>> dots;
         std::map<std::string, ApertureMacro> macros;
         Interpolation interpolation = Interpolation::Linear;
         Operation lastOperation = Operation::Move;
@@ -138,8 +142,7 @@ private:
     void handleText(Statement text);
     void addLayer(const std::string &path, Tools::ToolProgress *progress);
     void addConductorsAsVias();
-    static void addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outline,
-                                    EntityModel::UniqueIDSet &names);
+    static void addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outline, const std::string &name);
     static void addConductorAsVia(EDABoard &board, const EDAOutline &outline,
                                   EntityModel::UniqueIDSet &names);
     static void addViaToBoard(EDABoard &board, const EDAVia &via);
@@ -181,15 +184,20 @@ private:
     void flash(Statement statement);
     void drawLine(Statement statement);
     void drawCircle(Statement statement, bool clockwise);
+    void drawDot(Interpolation interpolation);
+    static EDAOutline makeArcBand(const EDAOutline &aperture, const Arc &arc, double startX, double startY,
+                                  bool clockwise);
+    std::vector<EDAOutline> makeStroke(const EDAOutline &band, double startX, double startY, double endX,
+                                       double endY) const;
     void addStroke(const EDAOutline &band, double startX, double startY);
     void addLineSegmentToRegion(Statement statement);
     void addCircleSegmentToRegion(Statement statement, bool clockwise);
 
     // Conductors (GerberConductors.cpp).
-    void addOutline(EDAOutline &outline, bool flashed);
+    void addOutline(EDAOutline &outline, bool flashed); // uses up what is flashed
     void addOutlineInstance(EDAOutline &outline, bool flashed);
-    void addConductor(const EDAOutline &outline, bool flashed);
-    void punch(EDAOutlineMerge &list, const ConductorIndex &index, const EDAOutline &hole);
+    void addConductor(EDAOutline &&outline, bool flashed);
+    void punch(EDAOutlineMerge &list, ConductorIndex &index, const EDAOutline &hole);
     bool takePoints(std::size_t count); // false, with a word, beyond the limit
     void tellLimit();
     void tellOnce(bool &told, const std::string &text);
@@ -221,12 +229,14 @@ private:
     EntityModel::UniqueIDSet viaNames_; // unique over all files
     bool mergeConductors_ = true;
     bool optionsPreset_ = false;
+    WorkBudget macroWork_; // left in this file
     std::size_t numMessages_ = 0;
-    std::size_t numPoints_ = 0; // of outlines in this file
+    std::size_t numPoints_ = 0;  // of outlines in this file
     std::size_t numObjects_ = 0; // tried in this file
     std::size_t numHoles_ = 0;   // drilled by this reader
     bool limitReached_ = false;
     bool infinityTold_ = false;
+    bool clearLimitTold_ = false;
 };
 
 } // namespace EDA

@@ -4,6 +4,7 @@
 #include "host/Geometry/Transform.h"
 #include "model/EDAOutline.h"
 #include "readers/gerber/Aperture.h"
+#include "readers/gerber/MoireShape.h"
 
 #include <cmath>
 #include <initializer_list>
@@ -134,16 +135,18 @@ void GerberShapes::setupMoireOutline(EDAOutline *outline, double x, double y, do
                         {t, -t},
                         {l, -t},
                         {l, t}});
-    Aperture aperture;
-    aperture.addOutline(cross);
+    MoireShape moire(std::move(cross));
     for (int i = 0; i < maxRings; ++i) {
         const double diameter = outerDiameter - i * (ringThickness + ringGap);
         EDAOutline ring(false);
         addSteps(&ring, diameter / 2, 0, turnSteps, x, y);
         addSteps(&ring, (diameter - ringThickness) / 2, turnSteps, 0, x, y);
-        aperture.addOutline(ring);
+        moire.addRing(std::move(ring), diameter / 2, (diameter - ringThickness) / 2);
     }
-    aperture.combineInto(*outline);
+    Aperture pieces;
+    for (EDAOutline &piece : moire.takePieces())
+        pieces.addApart(std::move(piece));
+    pieces.combineInto(*outline);
 }
 
 } // namespace EDA

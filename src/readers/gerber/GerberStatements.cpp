@@ -19,9 +19,14 @@ struct GerberReader::Rule {
 
     bool matches(Statement statement, bool drillMode) const {
         if (when != When::Always && (when == When::InDrillMode) != drillMode) return false;
+        if (statement.empty()) return false;
         for (const std::string_view text : texts) {
             if (text.empty()) return false;
-            if (where == Where::Start ? startsWith(statement, text) : endsWith(statement, text)) return true;
+            // Nearly all are told apart by a character.
+            const bool isStart = where == Where::Start;
+            if ((isStart ? statement.front() : statement.back()) != (isStart ? text.front() : text.back()))
+                continue;
+            if (isStart ? startsWith(statement, text) : endsWith(statement, text)) return true;
         }
         return false;
     }

@@ -61,6 +61,8 @@ public:
 
 private:
     bool place() {
+        for (Places *places : {&places_, &front_, &back_})
+            places->reserve(points_.size() + 2);
         for (std::size_t i = 0; i < points_.size(); ++i) {
             const auto &[x, y] = points_[i];
             places_.push_back({x * directionX_ + y * directionY_, y * directionX_ - x * directionY_, i});

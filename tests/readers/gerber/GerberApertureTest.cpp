@@ -101,7 +101,12 @@ TEST(GerberApertures, TooFewNumbersAreNoShapeAndNoError) {
     EXPECT_TRUE(flashed("%ADD10*%").empty());
 }
 
-TEST(GerberApertures, TooManyVerticesAreNoShape) { EXPECT_TRUE(flashed("%ADD10P,1X2000000000*%").empty()); }
+TEST(GerberApertures, TooManyVerticesAreNoShapeAndAreTold) {
+    GerberBench bench;
+    EXPECT_TRUE(bench.read("%ADD10P,1X2000000000*%\nD10*\nX0Y0D03*\n"));
+    EXPECT_TRUE(bench.traces().empty());
+    EXPECT_EQ(bench.reader.getError(), "Aperture of more than 10000 vertices: P,1X2000000000\n");
+}
 
 TEST(GerberApertures, NumbersThatAreNoneAreZero) {
     EXPECT_TRUE(flashed("%ADD10R,aXb*%").empty()); // all points fall together
@@ -300,7 +305,9 @@ TEST(GerberMacros, TextThatDoublesIsRefused) {
 TEST(GerberMacros, VariablesThatNameEachOtherAreRefusedWithTheMacrosName) {
     GerberBench bench;
     EXPECT_TRUE(bench.readLayer("%AMRR*$3=$4*$4=$3*1,1,$3,0,0*%\n%ADD20RR,1*%\n"));
-    EXPECT_EQ(bench.reader.getError(), "Failed to find aperture macro: RR,1\n");
+    EXPECT_EQ(bench.reader.getError(),
+              "Failed to find aperture macro: RR,1\n"
+              "Aperture macro RR: an expression is too long or nested too deeply.\n");
 }
 
 TEST(GerberMacros, VariablesThatDoubleTheWorkDoNotDoubleTheTime) {

@@ -1,54 +1,8 @@
-// Hostile macros, statements and drill files, each with the result that it has to give.
+// Hostile statements and drill files, each with the result that it has to give.
 #include "GerberHostileSupport.h"
 
 using namespace TestSupport;
 using EDA::GerberLimits;
-
-TEST(GerberHostileMacros, RingsDoublesAndBracketsAreRefusedByName) {
-    const Clock clock;
-    const std::string draw = "D20*\nX0Y0D03*\n";
-    const std::string brackets = repeated("(", 10'000) + "$1" + repeated(")", 10'000);
-    std::string powers;
-    for (int i = 60; i > 1; --i)
-        powers += "$" + std::to_string(i) + "=$" + std::to_string(i - 1) + "+$" + std::to_string(i - 1) + "*";
-    const std::pair<std::string, std::string> macros[] = {
-        {"%AMM*$2=$3*$3=$2*1,1,$2,0,0*%\n%ADD20M,1*%\n", "Failed to find aperture macro: M,1\n"},
-        {"%AMM*" + repeated("$1=$1+$1*", 60) + "1,1,$1,0,0*%\n%ADD20M,1*%\n",
-         "Failed to find aperture macro: M,1\n"},
-        {"%AMM*1,1," + brackets + ",0,0*%\n%ADD20M,1*%\n", "Failed to find aperture macro: M,1\n"},
-        {"%AMM*" + powers + "1,1,$60,0,0*%\n%ADD20M,1*%\n", ""},
-        {"%ADD20NONE*%\n", "Failed to find aperture macro: NONE\n"},
-        {"%AMM*%\n%ADD20M*%\n", ""},
-    };
-    for (const auto &[macro, error] : macros) {
-        SCOPED_TRACE(macro.substr(0, 60));
-        GerberBench bench;
-        EXPECT_TRUE(bench.readLayer(macro + draw));
-        expectFinite(bench.board());
-        if (!error.empty()) {
-            EXPECT_EQ(bench.reader.getError(), error);
-            EXPECT_TRUE(bench.traces().empty());
-        }
-    }
-}
-
-TEST(GerberHostileMacros, AValueThatNamesItselfInAParameterEnds) {
-    GerberBench bench;
-    EXPECT_TRUE(bench.readLayer("%AMM*$1=$1+1*1,1,$1,0,0*%\n%ADD20M,$1*%\nD20*\nX0Y0D03*\n"));
-    EXPECT_EQ(bench.reader.getError(), "Failed to find aperture macro: M,$1\n");
-}
-
-TEST(GerberHostileMacros, ShortAndEmptyFieldsDrawNothing) {
-    for (const char *macro :
-         {"1", "1,1", "1,,,,", "4,1,3", "4,1,3,0,0,1", "5,1,-3,0,0,1,0", "$", "$1", "=", "$=1", "$1=", ",,,",
-          "-", "+,+", "x,1", "0 a comment", "20,1,1,0,0,1,1", "7,0,0,0,0,0,0"}) {
-        SCOPED_TRACE(macro);
-        GerberBench bench;
-        EXPECT_TRUE(bench.readLayer(std::string("%AMM*") + macro +
-                                    "*%\n%ADD20M,1*%\nD20*\nX0Y0D03*\nX50000Y0D01*\n"));
-        expectFinite(bench.board());
-    }
-}
 
 TEST(GerberHostileStatements, ARedefinedApertureInUseDrawsOnAsItWas) {
     GerberBench bench;
