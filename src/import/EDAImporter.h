@@ -19,6 +19,8 @@
 
 namespace EDA {
 
+class ViaMoves;
+
 // Walks the board of a reader and builds typed entities: a PCB or a substrate with its shape, holes,
 // keepouts, components with materials and power, bumps and wirebonds.
 //
@@ -142,6 +144,9 @@ private:
     struct Placing; // One placement on its way to an entity.
     struct OutlineFacts;
     class ComponentScope;
+    class ViaMaker; // One definition on its way to entities.
+    struct RouteChain;
+    struct ConductorLevel;
     struct WireChain;
     class DesignatorPrefixes;
 
@@ -223,6 +228,39 @@ private:
     void addPowerValues(Entity *entity, const EDAComponent &component) const;
     static bool has2RProperties(const EDAComponent &component);
     static bool hasProperty(const EDAComponent &component, const std::string &name, std::string &value);
+
+    // Layers (EDAImporterLayers.cpp). Conductors of a detailed layer count on `progressCount` one by one.
+    void addLayer(Entity *boardEntity, const EDABoardLayer &layer, const EDABoard &board,
+                  Tools::ToolProgress *progress, int &progressCount) const;
+    std::string copyImage(const std::string &imageFile, const std::string &modelFolder,
+                          const EntityModel::Type &attributeType, const std::string &entityId, bool flipped,
+                          bool *isCopied = nullptr) const;
+    void addConductorLayer(Entity *boardEntity, const EDABoardLayer &layer, const EDABoard &board,
+                           Tools::ToolProgress *progress, int &progressCount) const;
+    void addDielectricLayer(Entity *boardEntity, const EDABoardLayer &layer, const EDABoard &board) const;
+    void setLayerMaterials(Entity *layerEntity, const EDABoardLayer &layer, const EDABoard &board) const;
+    void setLayerLevel(Entity *layerEntity, const EDABoardLayer &layer) const;
+    void setLayerImage(Entity *layerEntity, const EDABoardLayer &layer) const;
+    void addConductors(Entity *layerEntity, const EDABoardLayer &layer, const EDABoard &board,
+                       Tools::ToolProgress *progress, int &progressCount) const;
+
+    // Conductors and nets (EDAImporterTraces.cpp).
+    static bool isTraceImported(const EDATrace &trace);
+    void addNet(Entity *layerEntity, const EDANet &net, const EDABoard &board, Tools::ToolProgress *progress,
+                int &progressCount) const;
+    void addTrace(Entity *parent, const EDATrace &trace, const EDABoard &board) const;
+    void buildTraceFromOutline(Entity *parent, const EDATrace &trace, const EDAOutline &outline,
+                               const EDABoard &board) const;
+    void addRoute(Entity *parent, const EDATrace &trace, const EDABoard &board) const;
+    Entity *addConductor(Entity *parent, const EDATrace &trace, const EDAOutline &outline) const;
+    std::pair<double, double> shapeConductor(Entity *conductor, const EDAOutline &outline,
+                                             const EDABoard &board) const;
+    bool isHoleIgnored(const EDAOutline &hole, const EDABoard &board) const;
+    void addConductorHole(Entity *conductor, const std::string &type, const std::string &list,
+                          const EDAOutline &hole, const EDABoard &board, double refX, double refY) const;
+
+    // Vias (EDAImporterVias.cpp). Those that go into their parts wait in `moves` until all are made.
+    void addVia(Entity *boardEntity, const EDAVia &via, const EDABoard &board, ViaMoves &moves) const;
 
     // Bumps and wirebonds (EDAImporterBumps.cpp, EDAImporterWirebonds.cpp).
     void addBump(Entity *parent, const EDABump &bump, const EDABoard &board, double offsetX,

@@ -65,10 +65,9 @@ EDAImporter::OutlineFacts EDAImporter::readOutlineFacts(const EDAComponent &comp
     facts.units = getComponentUnits(component, board);
     facts.isRectangle =
         outline.isRectangle(facts.xLow, facts.yLow, facts.xHigh, facts.yHigh) && options_.simplifyShapes;
-    facts.isCylinder =
-        !facts.isRectangle && (options_.simplifyShapes || outline.numPoints() < 3) &&
-        outline.isCylinder(facts.centreX, facts.centreY, facts.diameter,
-                           conversionOptions_.componentMinPoints, conversionOptions_.componentTolerance);
+    facts.isCylinder = !facts.isRectangle && (options_.simplifyShapes || outline.numPoints() < 3) &&
+                       isRound(outline, facts.centreX, facts.centreY, facts.diameter,
+                               conversionOptions_.componentMinPoints, conversionOptions_.componentTolerance);
     return facts;
 }
 

@@ -14,6 +14,13 @@ namespace EDA {
 // A point in the way outline texts write it: "%lf,%lf" in the C locale. A zero may be written "-0.000000".
 void appendOutlinePoint(std::string &text, double x, double z);
 
+// The number that the text of a point's coordinate reads back as: the nearest of six decimals.
+double outlineNumber(double value);
+
+// Sets an outline attribute to points, x and z in turns, each an outlineNumber. No points leave it as it is.
+void setOutlinePoints(EntityModel::Entity *entity, const EntityModel::AttributePath &path,
+                      std::vector<double> numbers, const std::string &units);
+
 // A number as a default output stream of the C locale writes it: six significant digits.
 std::string streamNumber(double value);
 
@@ -23,8 +30,16 @@ std::string outlineValue(const std::string &points, const std::string &units);
 // Has the component anything to be shaped by? A package may have inner outlines alone.
 bool hasOutline(const EDAComponent &component);
 
+// Is the outline a circle by the rules of EDAOutline::isCylinder, and one that has a place and a size? Only
+// then are centre and diameter written.
+bool isRound(const EDAOutline &outline, double &centreX, double &centreY, double &diameter, int minPoints,
+             double tolerance);
+
 // What a component library knows a component by: its name, and its part number if it has one.
 std::string libraryKey(const EDAComponent &component);
+
+// Does the layer say where in the stack it is?
+bool hasTopOffset(const EDABoardLayer &layer);
 
 // One call of importBoard.
 struct EDAImporter::Run {
@@ -60,8 +75,8 @@ struct EDAImporter::MappedPoints {
     double centreX() const { return (bound.getXLow() + bound.getXHigh()) * 0.5; }
     double centreY() const { return (bound.getYLow() + bound.getYHigh()) * 0.5; }
 
-    // As an outline's text, relative to an origin, with the sign of y flipped.
-    std::string text(double originX, double originY) const;
+    // As an outline's text has them, relative to an origin, with the sign of y flipped.
+    std::vector<double> numbers(double originX, double originY) const;
 };
 
 } // namespace EDA

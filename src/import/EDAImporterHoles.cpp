@@ -11,12 +11,6 @@ namespace {
 
 constexpr double minHoleArea = 1e-12; // A hole with less is not valid, in square board units.
 
-void setOutline(Entity *entity, const std::string &points, const EDABoard &board) {
-    if (points.empty()) return;
-    EntityEditor::setValue(entity, Outline_t, outlineValue(points, board.getUnits()), true, nullptr, true,
-                           true);
-}
-
 // The entity type of a hole, by the type of the parent itself.
 std::optional<TypeRef> holeTypeIn(const Entity &parent) {
     if (parent.getType() == Substrate_t) return Substrate_Hole_t;
@@ -38,7 +32,7 @@ EDAImporter::Shape EDAImporter::recogniseShape(const EDAOutline &outline, int mi
         shape.x = xLow;
         shape.y = yHigh;
     } else if ((options_.simplifyShapes || outline.numPoints() < 3) &&
-               outline.isCylinder(shape.x, shape.y, shape.diameter, minPoints, tolerance)) {
+               isRound(outline, shape.x, shape.y, shape.diameter, minPoints, tolerance)) {
         shape.kind = Shape::Cylinder;
     }
     return shape;
@@ -75,7 +69,8 @@ bool EDAImporter::addHole(Entity *parent, const EDAOutline &outline, const EDABo
     if (shape.kind == Shape::Polygon) {
         // A polygon is stored around the centre of its own bound.
         const MappedPoints mapped = mapPoints(outline);
-        setOutline(hole, mapped.text(mapped.centreX(), mapped.centreY()), board);
+        setOutlinePoints(hole, Outline_t, mapped.numbers(mapped.centreX(), mapped.centreY()),
+                         board.getUnits());
         x = offsetX + mapped.centreX();
         y = offsetY + mapped.centreY();
     }
@@ -100,7 +95,7 @@ bool EDAImporter::addSolidHole(Entity *parent, const std::string &holeType, cons
     double y = mapY(shape.y) - refY;
     if (shape.kind == Shape::Polygon) {
         const MappedPoints mapped = mapPoints(outline);
-        setOutline(hole, mapped.text(refX, refY), board);
+        setOutlinePoints(hole, Outline_t, mapped.numbers(refX, refY), board.getUnits());
         x = y = 0.0;
     }
     setLocation(hole, x, mapZCoord(y), board);
@@ -126,7 +121,7 @@ void EDAImporter::addKeepout(Entity *boardEntity, const EDAKeepout &keepout, con
     double y = mapY(shape.y);
     if (shape.kind == Shape::Polygon) {
         const MappedPoints mapped = mapPoints(outline);
-        setOutline(entity, mapped.text(0.0, 0.0), board);
+        setOutlinePoints(entity, Outline_t, mapped.numbers(0.0, 0.0), board.getUnits());
         x = y = 0.0;
     }
     setLocation(entity, x, mapZCoord(y), board);

@@ -48,8 +48,8 @@ void EDAImporter::shapeBoard(Run &run) {
     const bool mayBeCylinder =
         !isRectangle && options_.resetBoardOrigin && (options_.simplifyShapes || outline.numPoints() < 3);
     const bool isCylinder =
-        mayBeCylinder && outline.isCylinder(centreX, centreY, diameter, conversionOptions_.boardMinPoints,
-                                            conversionOptions_.boardTolerance);
+        mayBeCylinder && isRound(outline, centreX, centreY, diameter, conversionOptions_.boardMinPoints,
+                                 conversionOptions_.boardTolerance);
     const bool isBad = outline.isBadOutline();
 
     if (isRectangle) {

@@ -1,9 +1,9 @@
 // Components move into the sockets that hold them.
 #include "host/EntityCore/EntityManager.h"
-#include "host/EntityCore/GeometryBuilder.h"
 #include "host/Geometry/Part.h"
 #include "import/BoxIndex.h"
 #include "import/EDAImporterDetail.h"
+#include "import/RunParts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,35 +18,6 @@ namespace {
 constexpr double containTolerance = 1e-6; // metres
 
 double middle(double low, double high) { return (low + high) * 0.5; }
-
-// Parts for one run: those that are there stay as they are, those that it needs besides go at its end.
-class RunParts {
-public:
-    explicit RunParts(EntityGUI::GeometryBuilder &builder) : builder_(builder) {}
-    ~RunParts() {
-        for (Entity *entity : temporary_)
-            builder_.deletePart(entity, false, false);
-    }
-    RunParts(const RunParts &) = delete;
-    RunParts &operator=(const RunParts &) = delete;
-
-    // Sees to it that each of these has a part, if it has a size.
-    void add(const std::vector<Entity *> &entities) {
-        std::vector<Entity *> missing;
-        for (Entity *entity : entities) {
-            if (!builder_.getPart(entity)) missing.push_back(entity);
-        }
-        builder_.buildParts(missing);
-        for (Entity *entity : missing) {
-            if (const Geometry::Part *const part = get(entity)) temporary_.push_back(part->getEntity());
-        }
-    }
-    const Geometry::Part *get(Entity *entity) const { return builder_.getPart(entity); }
-
-private:
-    EntityGUI::GeometryBuilder &builder_;
-    std::vector<Entity *> temporary_;
-};
 
 // The sockets of one side of the board. A component is asked about by the middle of its bound.
 class SideSockets {

@@ -97,8 +97,8 @@ void EDAImporter::setSolidShape(Entity *solid, const EDAOutline &outline, const 
                                 const EDABoard &board, bool useRect) const {
     double x = 0.0, y = 0.0, diameter = 0.0;
     const bool isCylinder = !useRect && (options_.simplifyShapes || outline.numPoints() < 3) &&
-                            outline.isCylinder(x, y, diameter, conversionOptions_.componentMinPoints,
-                                               conversionOptions_.componentTolerance);
+                            isRound(outline, x, y, diameter, conversionOptions_.componentMinPoints,
+                                    conversionOptions_.componentTolerance);
     if (isCylinder) {
         EntityEditor::setValue(solid, Shape_t, "Cylinder", true);
         // Intended: the diameter is in the component's units, and the centre counts as in the board's.

@@ -1,6 +1,7 @@
 // The steps of an import, in their order.
 #include "host/Profiling/ProfileSectionProxy.h"
 #include "import/EDAImporterDetail.h"
+#include "import/ViaMoves.h"
 
 namespace EDA {
 
@@ -14,6 +15,18 @@ public:
     explicit Section(const char *name)
         : ProfileSectionProxy("EDAImporter", __LINE__, "EDA::EDAImporter::importBoard", name, true, "") {}
 };
+
+// Conductor layers of an earlier import stay on a board that was modelled layer by layer, and the new ones
+// come beside them; those of a board that was modelled as a whole had no part in its model, and go.
+// Dielectric layers always stay. Both are intended.
+void makeLayersExplicit(Entity *boardEntity, bool isNew) {
+    const TypeRef level = getTypeValue(boardEntity, AttributePath(Modelling_Level_t), TypeRef());
+    EntityEditor::setValue(boardEntity, Modelling_Level_t, "Explicit Layers");
+    if (!boardEntity || !(isNew || level == Specified_t || level == Simplified_Average_t)) return;
+    std::vector<Entity *> layers;
+    boardEntity->getOwnedChildEntitiesOfType(layers, Conductor_Layer_t, false, true);
+    EntityEditor::deleteEntities(layers, false, true);
+}
 
 } // namespace
 
@@ -68,6 +81,15 @@ bool EDAImporter::importLayers(Run &run) {
     if (run.board.numLayers() == 0) return true;
     const Section section("ImportEDALayers");
     run.setText("Importing Layers...");
+    makeLayersExplicit(run.boardEntity, boardEntityCreated_);
+    const EDABoard &board = run.board;
+    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer) {
+        if (hasTopOffset(*layer) && board.getGoodEDA()) {
+            EntityEditor::setValue(run.boardEntity, Distribute_Layers_t, "User Specified");
+        }
+        addLayer(run.boardEntity, *layer, board, run.progress, run.count);
+        if (!run.step()) return false;
+    }
     return true;
 }
 
@@ -85,10 +107,15 @@ bool EDAImporter::importKeepouts(Run &run) {
 bool EDAImporter::importVias(Run &run) {
     const Section section("ImportEDAVias");
     run.setText("Importing Drilled Holes...");
-    for (size_t i = 0; i < run.board.numVias(0); ++i) {
-        if (!run.step()) return false;
+    ViaMoves moves(run.boardEntity);
+    bool goOn = true;
+    for (auto via = run.board.beginVias(); goOn && via != run.board.endVias(); ++via) {
+        addVia(run.boardEntity, *via, run.board, moves);
+        goOn = run.step();
     }
-    return true;
+    // After a cancel too: the vias that were made are whole.
+    moves.make();
+    return goOn;
 }
 
 bool EDAImporter::importBumps(Run &run) {

@@ -1,7 +1,9 @@
 // What the importer asks of its host: the library, the geometry editor, undo under exceptions.
+#include "ConductorSupport.h"
 #include "host/EntityCore/EntityManager.h"
 #include "support/CancelAfter.h"
 #include "support/ImportBench.h"
+#include "ViaSupport.h"
 
 #include <gmock/gmock.h>
 #include <stdexcept>
@@ -69,6 +71,23 @@ TEST(HostServices, TheGeometryEditorIsToldOfTheSubstrateAndNotOfItsComponent) {
     EXPECT_THAT(editor.told, ElementsAre(std::pair(board, true)));
 }
 
+TEST(HostServices, TheGeometryEditorIsToldOfNetsRoutesAndConductorsButNotOfTheirParts) {
+    NotingEditor editor;
+    ConductorBench bench;
+    EDA::EDANet net;
+    net.addTrace(bench.route(0.5, "15,60 20,55"));
+    net.addTrace(bench.shape(EDA::test::outline("20,40 30,40 30,60", "28,42 29,42 29,45")));
+    bench.layer.addNet(net);
+    bench.importLayer();
+    Entity *const netEntity = bench.nets().at(0);
+    const auto routes = bench.children(netEntity, Trace_t);
+    const auto conductors = bench.children(netEntity, PCB_Conductor_t);
+    ASSERT_EQ(routes.size(), 1u);
+    ASSERT_EQ(conductors.size(), 1u);
+    EXPECT_THAT(editor.told, ElementsAre(std::pair(bench.boardEntity, true), std::pair(netEntity, true),
+                                         std::pair(routes[0], true), std::pair(conductors[0], true)));
+}
+
 TEST(HostServices, TheGeometryEditorIsToldOfBumpsAndWiresButNotOfCopies) {
     NotingEditor editor;
     ImportBench bench;
@@ -87,6 +106,18 @@ TEST(HostServices, TheGeometryEditorIsToldOfBumpsAndWiresButNotOfCopies) {
     ASSERT_EQ(wires.size(), 1u);
     EXPECT_THAT(editor.told,
                 ElementsAre(std::pair(board, true), std::pair(bumps[0], true), std::pair(wires[0], true)));
+}
+
+TEST(HostServices, TheGeometryEditorIsToldOfAViaButNotOfItsCopies) {
+    for (const char *isGrouped : {"No", "Yes"}) {
+        NotingEditor editor;
+        ViaBench bench;
+        bench.set(Group_Identical_Vias_t, isGrouped);
+        bench.via.addInstance("copy", 25, 50);
+        const auto vias = bench.importVia();
+        ASSERT_FALSE(vias.empty());
+        EXPECT_THAT(editor.told, ElementsAre(std::pair(bench.boardEntity, true), std::pair(vias[0], true)));
+    }
 }
 
 TEST(HostServices, TheGeometryEditorIsNotToldOfABoardThatWasThereOrCouldNotBeMade) {

@@ -216,7 +216,8 @@ TEST(Wirebonds, ACancelBetweenThemKeepsThoseThatWereMade) {
     WireBench bench;
     for (int i = 0; i < 3; ++i)
         bench.board().addWirebond(bench.wire);
-    CancelAfter progress(1);
+    // One poll for each layer, then one for the first wirebond.
+    CancelAfter progress(static_cast<int>(bench.board().numLayers()) + 1);
     Entity *const substrate = bench.import(&progress);
     ASSERT_TRUE(substrate);
     EXPECT_EQ(bench.children(substrate->getAncestor(Subcomponent_Group_t), Wirebond_t).size(), 2U);

@@ -160,13 +160,48 @@ TEST_F(KnownLoss, TheSideOfAViaKeepoutIsNotInIdfFiles) {
     EXPECT_NE(exported(throughFiles(first)).beginKeepouts()->getBoardSide(), "Top");
 }
 
-// The importer makes no vias of drilled holes; those that a model has are written.
-TEST_F(KnownLoss, ViasOfAModelAreWrittenAndNotReadAgain) {
+TEST_F(KnownLoss, OfAViaOnlyItsPlaceItsDiameterItsPlatingAndItsPartAreInIdfFiles) {
     addRectangularEdge();
     const Generation first = imported(design);
-    ASSERT_NE(EntityEditor::createEntity(Via_t, first.pcb, Vias_t), nullptr);
-    EXPECT_EQ(exported(first).numVias(0), 1u);
-    EXPECT_EQ(exported(throughFiles(first)).numVias(0), 0u);
+    Entity *const via = EntityEditor::createEntity(Via_t, first.pcb, Vias_t, nullptr, true, true, false, "V");
+    for (const auto &[label, value] : {std::pair{"Filled", "Yes"},
+                                       {"Height From", "Layers"},
+                                       {"From Layer", "top"},
+                                       {"To Layer", "inner"},
+                                       {"Plating Thickness", "0.05 mm"}})
+        ASSERT_TRUE(EntityEditor::setValue(via, label, value)) << label;
+    const Generation second = throughFiles(first);
+    ASSERT_EQ(second.members(Vias_t).size(), 1u);
+    const Entity *const back = second.members(Vias_t)[0];
+    for (const auto &[label, value] : {std::pair{"Name", "Via 1"},
+                                       {"Filled", "No"},
+                                       {"Height From", "Board"},
+                                       {"From Layer", ""},
+                                       {"To Layer", ""}})
+        EXPECT_EQ(getPreciceStringValue(back, label, "none"), value) << label;
+    EXPECT_NEAR(getDoubleValue(back, "Plating Thickness", "mm", 0.0), 0.035, 1e-9);
+}
+
+TEST_F(KnownLoss, APinComesBackAsAVia) {
+    addRectangularEdge();
+    EDA::EDAVia pin;
+    pin.setHoleType("PIN");
+    pin.setDiameter(1.0);
+    pin.setCentre(40, 50);
+    design.addVia(pin, false);
+    const EDA::EDABoard back = exported(imported(design));
+    ASSERT_EQ(back.numVias(0), 1u);
+    EXPECT_EQ(back.beginVias()->getHoleType(), "VIA");
+}
+
+TEST_F(KnownLoss, HolesOfUnknownKindsStayBehind) {
+    addRectangularEdge();
+    EDA::EDAVia hole;
+    hole.setDiameter(1.0);
+    design.addVia(hole, false);
+    const EDA::EDABoard back = exported(imported(design));
+    EXPECT_EQ(back.numVias(0), 0u);
+    EXPECT_EQ(back.getOutline().numInternalOutlines(), 0u);
 }
 
 } // namespace

@@ -56,6 +56,8 @@ struct Generation {
 
 class RoundTrip : public testing::Test {
 protected:
+    using Settings = std::vector<std::pair<TypeRef, std::string>>; // options of an import
+
     RoundTrip() {
         EntityGUI::EntityManager::setGeometryBuilder(&sockets_);
         design.setUnits("MM");
@@ -64,10 +66,12 @@ protected:
     ~RoundTrip() override { EntityGUI::EntityManager::setGeometryBuilder(nullptr); }
 
     // Imports as the tool does: each component as what it tells or seems to be, under a chassis.
-    static Generation imported(EDA::EDAReader &reader) {
+    static Generation imported(EDA::EDAReader &reader, const Settings &settings = {}) {
         Generation result;
         EntityEditor::createEntity(Chassis_t, result.model->root(), Chassis_t);
         const Model options(EDA_Import_Options_t);
+        for (const auto &[option, value] : settings)
+            EXPECT_TRUE(EntityEditor::setValue(options.root(), option, value)) << value;
         EDA::EDABoard &board = reader.getBoard();
         EDA::EDAImporter importer(nullptr, "", "");
         importer.setImportOptions(options.root(), board);
@@ -80,10 +84,10 @@ protected:
         result.parts->buildPart(result.pcb, true);
         return result;
     }
-    static Generation imported(const EDA::EDABoard &board) {
+    static Generation imported(const EDA::EDABoard &board, const Settings &settings = {}) {
         BoardReader reader;
         reader.getBoard() = board;
-        return imported(reader);
+        return imported(reader, settings);
     }
 
     EDA::EDABoard exported(const Generation &generation, const std::string &units = "MM") {
@@ -95,19 +99,20 @@ protected:
     }
 
     // Reads a pair of IDF files into a model.
-    static Generation read(const std::string &boardFile) {
+    static Generation read(const std::string &boardFile, const Settings &settings = {}) {
         EDA::IDFReader reader;
         EXPECT_TRUE(reader.readFile(boardFile)) << reader.getError();
         EXPECT_TRUE(reader.readFile(reader.getMatchingLibraryFilename(boardFile))) << reader.getError();
-        return imported(reader);
+        return imported(reader, settings);
     }
 
     // Out to a pair of IDF files of one name, and in again.
-    Generation throughFiles(const Generation &generation, const std::string &units = "MM") {
+    Generation throughFiles(const Generation &generation, const std::string &units = "MM",
+                            const Settings &settings = {}) {
         const TempFolder folder;
         EDA::IDFWriter().writeFile(folder.path("board.emn"), folder.path("board.emp"),
                                    exported(generation, units));
-        return read(folder.path("board.emn"));
+        return read(folder.path("board.emn"), settings);
     }
 
     void addEdge(const std::vector<std::pair<double, double>> &points) {

@@ -66,6 +66,14 @@ bool EntityEditor::setValue(Entity *entity, const AttributePath &path, const std
     });
 }
 
+bool EntityEditor::setValue(Entity *entity, const AttributePath &path, std::vector<double> values,
+                            const std::string &units, bool) {
+    return edit(entity, path, [&](Attribute &attribute) {
+        if (!attribute.isDoubleListAttribute()) return false;
+        return static_cast<DoubleListAttribute &>(attribute).set(std::move(values), units);
+    });
+}
+
 bool EntityEditor::setSIValue(Entity *entity, const AttributePath &path, double value, bool) {
     return edit(entity, path, [value](Attribute &attribute) { return setStandard(attribute, value); });
 }

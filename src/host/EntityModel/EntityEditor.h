@@ -86,6 +86,11 @@ public:
     static bool setValue(Entity *entity, const AttributePath &path, const std::vector<int> &values,
                          bool = true);
 
+    // Sets a list of numbers given in `units`, as its text form would; empty means the own unit it has. False
+    // for an unknown unit and for numbers that are not finite.
+    static bool setValue(Entity *entity, const AttributePath &path, std::vector<double> values,
+                         const std::string &units, bool = true);
+
     // Sets a number given in the quantity's standard unit; the own unit stays.
     static bool setSIValue(Entity *entity, const AttributePath &path, double value, bool = true);
 

@@ -54,8 +54,11 @@ DoubleListAttribute::DoubleListAttribute(const AttributeDef *def, Entity *owner)
 bool DoubleListAttribute::setFromString(const std::string &text) {
     std::vector<double> values;
     std::string spelling;
-    if (!parseNumbers(text, values, spelling)) return false;
-    const Unit *unit = spelling.empty() ? unit_ : Units::find(*definition()->quantity, spelling);
+    return parseNumbers(text, values, spelling) && set(std::move(values), spelling);
+}
+
+bool DoubleListAttribute::set(std::vector<double> values, const std::string &units) {
+    const Unit *unit = trimmed(units).empty() ? unit_ : Units::find(*definition()->quantity, units);
     return unit && restore(std::move(values), *unit);
 }
 
@@ -195,7 +198,6 @@ void ListAttribute::resize(int size) {
     UndoStack &undo = UndoStack::instance();
     if (!undo.isRecording() && owner && owner->model()) undo.noteUnrecordedRemoval();
     Elements removed = cut(size);
-    elements_.reserve(static_cast<size_t>(size));
     for (int i = oldSize; i < size; ++i) {
         elements_.push_back(std::make_unique<ListElement>(definition(), getOwnerEntity(), i + 1));
     }

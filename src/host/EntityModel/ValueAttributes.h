@@ -118,6 +118,7 @@ public:
     AttributeKind kind() const override { return AttributeKind::DoubleList; }
     bool setFromString(const std::string &text) override; // any bad or non-finite entry: false, old list kept
     const std::string &getString(std::string &text) const override;
+    bool set(std::vector<double> values, const std::string &units); // the same without a text
 
     int getSize() const { return static_cast<int>(values_.size()); }
     double getNthStandardValue(int index) const; // 0.0 for a bad index

@@ -72,6 +72,19 @@ bool File::exists(const std::string &path) {
     return fs::exists(status) && !fs::is_directory(status);
 }
 
+std::uint64_t File::size(const std::string &path) {
+    const fs::path native = toNative(path);
+    if (!notReadable(native).empty()) return 0;
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(native, error);
+    return error ? 0 : size;
+}
+
+bool File::isSame(const std::string &path, const std::string &other) {
+    std::error_code error;
+    return fs::equivalent(toNative(path), toNative(other), error);
+}
+
 bool File::remove(const std::string &path) {
     std::error_code error;
     const fs::path native = toNative(path);

@@ -16,6 +16,12 @@ struct File {
     // True for anything of that name but a folder.
     static bool exists(const std::string &path);
 
+    // The size in bytes; 0 for what is not there or no regular file.
+    static std::uint64_t size(const std::string &path);
+
+    // True when both are names of one file or folder that is there, through links too.
+    static bool isSame(const std::string &path, const std::string &other);
+
     // Removes a file, not a folder. False when there was none or it can't be removed.
     static bool remove(const std::string &path);
 

@@ -30,15 +30,27 @@ fs::path folderOf(const char *variable) {
     return value != nullptr ? fs::path(value) : fs::path();
 }
 
-fs::path userSettingsFolder() {
 #ifdef _WIN32
-    return folderOf("APPDATA");
+fs::path userSettingsFolder() { return folderOf("APPDATA"); }
+fs::path userDataFolder() { return folderOf("LOCALAPPDATA"); }
 #else
-    const fs::path settings = folderOf("XDG_CONFIG_HOME");
-    if (settings.is_absolute()) return settings;
+// A folder of the user: the one that a variable names absolutely, or else one in his home.
+fs::path userFolder(const char *variable, const char *inHome) {
+    const fs::path named = folderOf(variable);
+    if (named.is_absolute()) return named;
     const fs::path home = folderOf("HOME");
-    return home.empty() ? home : home / ".config";
+    return home.empty() ? home : home / inHome;
+}
+
+fs::path userSettingsFolder() { return userFolder("XDG_CONFIG_HOME", ".config"); }
+fs::path userDataFolder() { return userFolder("XDG_DATA_HOME", ".local/share"); }
 #endif
+
+// What the variable names, or else the folder "eda" in one of the user's.
+std::string chosenOr(const char *variable, const fs::path &parent) {
+    const fs::path chosen = folderOf(variable);
+    if (!chosen.empty()) return fromNative(chosen);
+    return parent.empty() ? std::string() : fromNative(parent / "eda");
 }
 
 // The file of the running program; empty where the system doesn't tell.
@@ -81,12 +93,9 @@ std::string OSPaths::getLongPathName(const std::string &path) {
     return path;
 }
 
-std::string OSPaths::getConfigurationFolder() {
-    const fs::path chosen = folderOf("EDA_CONFIG_DIR");
-    if (!chosen.empty()) return fromNative(chosen);
-    const fs::path settings = userSettingsFolder();
-    return settings.empty() ? std::string() : fromNative(settings / "eda");
-}
+std::string OSPaths::getConfigurationFolder() { return chosenOr("EDA_CONFIG_DIR", userSettingsFolder()); }
+
+std::string OSPaths::getDataFolder() { return chosenOr("EDA_DATA_DIR", userDataFolder()); }
 
 std::string OSPaths::getSharedFolder() {
     const fs::path chosen = folderOf("EDA_SHARE_DIR");

@@ -21,6 +21,12 @@ struct OSPaths {
     // in HOME/.config; on Windows in APPDATA. Empty when none of these is set.
     static std::string getConfigurationFolder();
 
+    // The folder for files of the user's models that have no folder of their own yet; it need not exist. The
+    // environment variable EDA_DATA_DIR names it. Without that it is the folder "eda" in XDG_DATA_HOME, where
+    // that is an absolute path, or in HOME/.local/share; on Windows in LOCALAPPDATA. Empty when none of these
+    // is set.
+    static std::string getDataFolder();
+
     // The folder of the files that come with this software, such as its materials. The environment variable
     // EDA_SHARE_DIR names it. Without that it is the first folder "share/eda" found beside the folder of the
     // running program or beside one of the few folders above it, which serves installations and build trees

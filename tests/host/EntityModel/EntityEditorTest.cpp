@@ -1,6 +1,9 @@
 // Creating, adding, copying, moving and deleting entities.
 #include "ModelSupport.h"
 
+#include <cmath>
+#include <limits>
+
 using namespace EntityModel;
 
 namespace {
@@ -253,6 +256,49 @@ TEST_F(Editor, LocksAndProtectionStopNothing) {
     EXPECT_TRUE(via->isLocked());
     EXPECT_TRUE(set(via, "Diameter", "9 mm"));
     EXPECT_TRUE(EntityEditor::deleteEntity(via));
+}
+
+TEST_F(Editor, NumbersOfAListAreTakenAsTheirTextIs) {
+    struct Row {
+        std::vector<double> values;
+        const char *units, *text;
+        bool isTaken;
+    };
+    const double infinity = std::numeric_limits<double>::infinity();
+    const Row rows[] = {{{1.5, -2.0}, "in", "1.5,-2 <in>", true},
+                        {{1.5, -2.0}, " MM ", "1.5,-2 < MM >", true},
+                        {{1.5}, "", "1.5 <>", true},
+                        {{1.5}, "  ", "1.5 <  >", true},
+                        {{1.5}, "kg", "1.5 <kg>", false},
+                        {{1.5}, "in>", "1.5 <in>>", false},
+                        {{1.0, infinity}, "mm", "1,inf <mm>", false},
+                        {{std::nan("")}, "mm", "nan <mm>", false}};
+    for (const Row &row : rows) {
+        Entity *const byNumbers = EntityEditor::createEntity(PCB_t, at("Chassis"), AttributePath("PCBs"));
+        Entity *const byText = EntityEditor::createEntity(PCB_t, at("Chassis"), AttributePath("PCBs"));
+        for (Entity *pcb : {byNumbers, byText})
+            ASSERT_TRUE(EntityEditor::setValue(pcb, Outline_t, "7,8 <cm>"));
+        EXPECT_EQ(EntityEditor::setValue(byNumbers, Outline_t, row.values, row.units), row.isTaken)
+            << row.text;
+        EXPECT_EQ(EntityEditor::setValue(byText, Outline_t, row.text), row.isTaken) << row.text;
+        EXPECT_TRUE(byNumbers->findAttribute(Outline_t)->sameValue(byText->findAttribute(Outline_t)));
+    }
+}
+
+TEST_F(Editor, NumbersOfAListGoToNothingElseAndCanBeUndone) {
+    Entity *const pcb = EntityEditor::createEntity(PCB_t, at("Chassis"), AttributePath("PCBs"));
+    const std::vector<double> values{1.0, 2.0};
+    EXPECT_FALSE(EntityEditor::setValue(nullptr, Outline_t, values, "mm"));
+    EXPECT_FALSE(EntityEditor::setValue(pcb, "No Such", values, "mm"));
+    EXPECT_FALSE(EntityEditor::setValue(pcb, Width_t, values, "mm"));
+    EXPECT_FALSE(EntityEditor::setValue(pcb, Name_t, values, "mm"));
+    ASSERT_TRUE(EntityEditor::setValue(pcb, Outline_t, values, "mm"));
+    const auto &outline = static_cast<const DoubleListAttribute &>(*pcb->readAttribute(Outline_t));
+    EXPECT_EQ(outline.values(), values);
+    ASSERT_TRUE(UndoStack::instance().undo());
+    EXPECT_TRUE(outline.values().empty());
+    ASSERT_TRUE(UndoStack::instance().redo());
+    EXPECT_EQ(outline.values(), values);
 }
 
 TEST_F(Editor, AncestorsAreNearestFirstAndNotOneself) {

@@ -53,6 +53,25 @@ private:
 
 } // namespace
 
+TEST(File, TheSizeIsThatOfARegularFile) {
+    const TempFolder folder;
+    EXPECT_EQ(File::size(folder.write("a", "1234567")), 7u);
+    EXPECT_EQ(File::size(folder.write(umlaut, "")), 0u);
+    EXPECT_EQ(File::size(folder.path("missing")), 0u);
+    EXPECT_EQ(File::size(folder.path()), 0u);
+}
+
+TEST(File, OneFileIsTheSameByAllItsNames) {
+    const TempFolder folder;
+    const std::string file = folder.write("a", "1");
+    EXPECT_TRUE(File::isSame(file, file));
+    EXPECT_TRUE(File::isSame(file, folder.path("./a")));
+    EXPECT_FALSE(File::isSame(file, folder.write("b", "1")));
+    EXPECT_FALSE(File::isSame(file, folder.path("missing")));
+    EXPECT_FALSE(File::isSame(folder.path("missing"), folder.path("missing")));
+    EXPECT_FALSE(File::isSame("", ""));
+}
+
 TEST(File, ExistsForFilesAndNotForFolders) {
     const TempFolder folder;
     EXPECT_TRUE(File::exists(folder.write(umlaut, "x")));
@@ -279,5 +298,19 @@ TEST(OSPaths, ConfigurationFolderFollowsTheUsualVariables) {
     EXPECT_EQ(OSPaths::getConfigurationFolder(), "/home/user/.config/eda");
     environment.set("HOME", "");
     EXPECT_EQ(OSPaths::getConfigurationFolder(), "");
+}
+
+TEST(OSPaths, DataFolderFollowsTheUsualVariables) {
+    Environment environment;
+    environment.set("EDA_DATA_DIR", "/chosen/here");
+    EXPECT_EQ(OSPaths::getDataFolder(), "/chosen/here");
+    environment.set("EDA_DATA_DIR", "");
+    environment.set("XDG_DATA_HOME", "/data");
+    environment.set("HOME", "/home/user");
+    EXPECT_EQ(OSPaths::getDataFolder(), "/data/eda");
+    environment.set("XDG_DATA_HOME", "relative");
+    EXPECT_EQ(OSPaths::getDataFolder(), "/home/user/.local/share/eda");
+    environment.set("HOME", "");
+    EXPECT_EQ(OSPaths::getDataFolder(), "");
 }
 #endif
