@@ -126,6 +126,9 @@ Arguments parseArguments(const CommandDef &command, const std::vector<std::strin
             if (!values.empty() && !option->repeats)
                 refuse(command, std::string(option->name) + " is given twice");
             values.push_back(takeValue(command, *option, split, texts, index));
+            while (option->takesAll && !split.hasValue && index + 1 < texts.size() &&
+                   !isOptionText(texts[index + 1]))
+                values.push_back(takeValue(command, *option, split, texts, index));
         } else {
             if (text.empty()) refuse(command, "a file name is empty");
             arguments.operands_.push_back(text);

@@ -13,6 +13,7 @@ struct OptionDef {
     const char *valueName; // what the help calls the value; null for an option without one
     bool repeats;          // may be given more than once
     const char *help;      // may have line feeds
+    bool takesAll = false; // takes all texts up to the next option as its values
 };
 
 class Arguments;

@@ -91,7 +91,9 @@ BoardView viewOfBoard(const EDA::EDABoard &board, Side side, std::size_t layerNu
 // The board of a model with all that is on it. Where parts stand is asked of the code that builds their solid
 // geometry. Of a substrate it shows the solids and wirebonds of its package too, which are its siblings. A
 // board that is plugged into a socket of this one is not shown: it is a board of its own.
-BoardView viewOfModel(const EntityModel::Entity &board, Side side);
+// With the number of a layer, from 1, it shows the conductors of that one with the holes that reach it, and
+// no parts and keepouts.
+BoardView viewOfModel(const EntityModel::Entity &board, Side side, std::size_t layerNumber = 0);
 
 // Sums up the power of a part, and shows the part if it is on the side shown. The view's unit must be set.
 void addPart(BoardView &view, PartView part, Side side);

@@ -23,7 +23,7 @@ void checkArguments(const Arguments &arguments) {
 int run(const Arguments &arguments) {
     checkArguments(arguments);
     const IdfNames names = idfNames(arguments.value("--output"));
-    Design design = readDesign(arguments.operands(), designSettings(arguments));
+    Design design = readWholeDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     const std::string file = inQuotes(design.files.front());
     if (!design.hasBoard) throw DesignFailure(file + ": is a library; its board file is missing");

@@ -23,6 +23,12 @@ struct DesignSettings {
     std::vector<std::string> spans;      // "FILE=FROM:TO"
     std::string drillFormat;             // "I.D"
 
+    std::vector<std::string> copper; // files of copper layers and drills to be put on the board
+    std::string copperUnits;         // what their numbers are in; empty: as they say
+    double copperX = 0.0;            // where their origin goes, in units of the board
+    double copperY = 0.0;
+    std::string stackup; // a file; empty: none
+
     bool areOfGerber() const { return !layerOrder.empty() || !spans.empty() || !drillFormat.empty(); }
 };
 
@@ -44,6 +50,14 @@ struct Design {
 // or else by their names. A folder stands for the files in it, of which those of no format are left out.
 // Throws DesignFailure, or UsageFailure for files that make no design together and settings that don't fit.
 Design readDesign(const std::vector<std::string> &files, const DesignSettings &settings = DesignSettings());
+
+// Puts the copper that the settings name onto the board, and gives the layers their places in the stack-up of
+// the settings. Files, notices and warnings join those of the design. The units of the board must be settled.
+// Throws as readDesign does.
+void completeDesign(Design &design, const DesignSettings &settings);
+
+// Both, for commands that take the units as they are.
+Design readWholeDesign(const std::vector<std::string> &files, const DesignSettings &settings);
 
 // All files of the design, those that are left out as well: none may be written over.
 std::vector<std::string> filesOf(const Design &design);

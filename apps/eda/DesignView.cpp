@@ -2,9 +2,10 @@
 #include "BoardView.h"
 
 #include "host/EntityModel/Units.h"
+#include "LayerNames.h"
+#include "LayerScene.h"
 #include "OutlinePath.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace EDATool {
@@ -63,25 +64,14 @@ void addHole(const EDA::EDAVia &via, double x, double y, BoardView &view) {
     view.holes.push_back({std::move(path), via.isPlated()});
 }
 
-// A hole of which the layers are not known goes through all of them.
 bool reaches(const EDA::EDAVia &via, const std::vector<std::string> &layers, std::size_t number) {
     std::string from, to;
     via.getLayers(from, to);
-    const auto start = std::find(layers.begin(), layers.end(), from);
-    const auto end = std::find(layers.begin(), layers.end(), to);
-    if (number == 0 || start == layers.end() || end == layers.end()) return true;
-    // Layers of files that differ in their extensions alone share a name.
-    if (std::count(layers.begin(), layers.end(), from) > 1 ||
-        std::count(layers.begin(), layers.end(), to) > 1)
-        return true;
-    const auto at = layers.begin() + static_cast<std::ptrdiff_t>(number - 1);
-    return std::min(start, end) <= at && at <= std::max(start, end);
+    return number == 0 || reachesLayer(from, to, layers, number);
 }
 
 void addHoles(const EDA::EDABoard &board, BoardView &view) {
-    std::vector<std::string> layers;
-    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
-        layers.push_back(layer->getName());
+    const std::vector<std::string> layers = layerNamesOf(board);
     for (auto via = board.beginVias(); via != board.endVias(); ++via) {
         if (!reaches(*via, layers, view.layerNumber)) continue;
         addHole(*via, via->getXCentre(), via->getYCentre(), view);

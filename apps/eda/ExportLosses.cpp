@@ -5,9 +5,11 @@
 #include "host/EntityCore/EntityManager.h"
 #include "host/EntityCore/GeometryBuilder.h"
 #include "host/EntityModel/Types.h"
+#include "LossLines.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <map>
 #include <set>
@@ -43,13 +45,8 @@ enum Kind : std::size_t {
     KindCount
 };
 
-struct LossText {
-    const char *one;  // behind "1 "
-    const char *many; // behind a greater number
-};
-
 // In the order of Kind.
-constexpr LossText texts[] = {
+constexpr std::array<LossText, KindCount> texts = {{
     {"conductor layer is left out", "conductor layers are left out"},
     {"dielectric layer is left out", "dielectric layers are left out"},
     {"net is left out", "nets are left out"},
@@ -72,8 +69,8 @@ constexpr LossText texts[] = {
      "vias that end inside the board go through it now"},
     {"via loses its plating thickness", "vias lose their plating thicknesses"},
     {"group of vias in a component is displaced", "groups of vias in components are displaced"},
-};
-static_assert(sizeof texts / sizeof *texts == KindCount);
+}};
+static_assert(texts.back().one); // one for each
 
 const std::unordered_map<Type, Kind> &kindsByType() {
     static const std::unordered_map<Type, Kind> kinds = {{Conductor_Layer_t, ConductorLayers},
@@ -94,6 +91,10 @@ const std::unordered_map<Type, Kind> &kindsByType() {
 }
 
 bool isPart(const Entity &entity) { return entity.readAttribute(Part_Number_t) != nullptr; }
+
+// What an import takes for a plated hole whose file tells no thickness, so that it comes back; metres.
+constexpr double usualPlating = 35e-6;
+constexpr double negligible = 1e-9;
 
 // Namesakes share a definition where their shapes agree; what the definition says is what the first of them
 // says.
@@ -151,15 +152,7 @@ public:
         counts_[Materials] = materials_.size();
     }
 
-    std::vector<std::string> lines() const {
-        std::vector<std::string> result;
-        for (std::size_t kind = 0; kind < KindCount; ++kind) {
-            const std::size_t count = counts_[kind];
-            const char *const text = count == 1 ? texts[kind].one : texts[kind].many;
-            if (count > 0) result.push_back(std::to_string(count) + " " + text);
-        }
-        return result;
-    }
+    std::vector<std::string> lines() const { return lossLines(texts, counts_); }
 
 private:
     // False when nothing below the entity counts.
@@ -190,7 +183,8 @@ private:
         static const AttributePath thickness("Plating Thickness");
         if (isYes(Filled_t)) ++counts_[FilledVias];
         if (!(getTypeValue(&via, Height_From_t, wholeBoard) == wholeBoard)) ++counts_[ShortVias];
-        if (isYes(Plated_t) && getStandardDoubleValue(&via, thickness, 0.0) > 0.0)
+        const double plating = getStandardDoubleValue(&via, thickness, 0.0);
+        if (isYes(Plated_t) && plating > 0.0 && std::fabs(plating - usualPlating) > negligible)
             ++counts_[PlatingThicknesses];
         const bool isGroup = getTypeValue(&via, Modelling_Type_t, TypeRef()) == Multiple_Vias_t;
         const Entity *const owner = via.getOwnerEntity();

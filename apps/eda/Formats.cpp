@@ -140,7 +140,7 @@ Design readDesign(const std::vector<std::string> &files, const DesignSettings &s
     Design design;
     const std::vector<Candidate> candidates = findCandidates(files, design);
     const FormatDef &format = commonFormat(candidates);
-    if (settings.areOfGerber() && !format.isSetOfLayers) {
+    if (settings.areOfGerber() && settings.copper.empty() && !format.isSetOfLayers) {
         throw UsageFailure("--layer-order, --span and --drill-format are for Gerber files, but " +
                            inQuotes(candidates.front().file) + " is " + format.name);
     }

@@ -1,7 +1,13 @@
 // The options of commands that read Gerber sets.
 #include "GerberSettings.h"
 
+#include "Failure.h"
+#include "Printable.h"
+#include "readers/BoardUnits.h"
+#include "text/Text.h"
+
 #include <algorithm>
+#include <cmath>
 
 namespace EDATool {
 
@@ -17,6 +23,16 @@ const OptionDef gerberOptions[] = {
      "Default: the first and the last."},
     {"--drill-format", 0, "I.D", false,
      "Digits before and after the point in drill files. Default: as in the\nfirst layer file, else 2.4."},
+    {"--copper", 0, "FILE...", true,
+     "Puts the copper and the drills of these Gerber files, all names up to\nthe next option, onto the "
+     "board of the design, in its units.",
+     true},
+    {"--copper-offset", 0, "X,Y", false, "Where the origin of that copper goes on the board, in its units."},
+    {"--copper-units", 0, "UNIT", false,
+     "What the numbers of that copper are in, where its files are wrong."},
+    {"--stackup", 0, "FILE", false,
+     "Gives the layers thickness, place and materials, with the dielectrics\nbetween them, from a JSON "
+     "file."},
 };
 
 std::vector<std::string> splitList(const std::string &text) {
@@ -27,6 +43,31 @@ std::vector<std::string> splitList(const std::string &text) {
         begin = end + 1;
     }
     return parts;
+}
+
+// "X,Y"
+void parseOffset(const std::string &text, DesignSettings &settings) {
+    const std::size_t comma = text.find(',');
+    const auto parse = [&text](const std::string &part) {
+        const double value = EDA::parseDouble(part, NAN, NAN);
+        if (part.find_first_not_of("0123456789.+-eE") != std::string::npos || !std::isfinite(value))
+            throw UsageFailure("--copper-offset " + inQuotes(text) + " has not the form X,Y");
+        return value;
+    };
+    settings.copperX = parse(text.substr(0, comma));
+    settings.copperY = parse(comma == std::string::npos ? std::string("?") : text.substr(comma + 1));
+}
+
+void readCopperSettings(const Arguments &arguments, DesignSettings &settings) {
+    settings.copper = arguments.values("--copper");
+    settings.copperUnits = arguments.value("--copper-units");
+    for (const char *option : {"--copper-offset", "--copper-units"}) {
+        if (arguments.has(option) && settings.copper.empty())
+            throw UsageFailure(std::string(option) + " is for what --copper names");
+    }
+    if (arguments.has("--copper-units") && !EDA::isKnownLengthUnit(settings.copperUnits))
+        throw UsageFailure("--copper-units " + inQuotes(settings.copperUnits) + " is no unit of length");
+    if (arguments.has("--copper-offset")) parseOffset(arguments.value("--copper-offset"), settings);
 }
 
 } // namespace
@@ -47,6 +88,8 @@ DesignSettings designSettings(const Arguments &arguments) {
     settings.layerOrder = splitList(arguments.value("--layer-order"));
     settings.spans = arguments.values("--span");
     settings.drillFormat = arguments.value("--drill-format");
+    settings.stackup = arguments.value("--stackup");
+    readCopperSettings(arguments, settings);
     return settings;
 }
 

@@ -5,13 +5,8 @@ namespace EDATool {
 
 namespace {
 
-struct LossText {
-    const char *one;  // behind "1 "
-    const char *many; // behind a greater number
-};
-
 // In the order of IdfLoss.
-constexpr LossText texts[] = {
+constexpr std::array<LossText, static_cast<std::size_t>(IdfLoss::Count)> texts = {{
     {"layer is left out", "layers are left out"},
     {"bump is left out", "bumps are left out"},
     {"wirebond is left out", "wirebonds are left out"},
@@ -45,19 +40,11 @@ constexpr LossText texts[] = {
     {"text has quotes, tabs or line ends that are replaced",
      "texts have quotes, tabs or line ends that are replaced"},
     {"number that is not finite becomes 0", "numbers that are not finite become 0"},
-};
-static_assert(sizeof texts / sizeof *texts == static_cast<std::size_t>(IdfLoss::Count));
+}};
+static_assert(texts.back().one); // one for each
 
 } // namespace
 
-std::vector<std::string> IdfNotices::lines() const {
-    std::vector<std::string> lines;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(IdfLoss::Count); ++i) {
-        if (numbers_[i] == 0) continue;
-        lines.push_back(std::to_string(numbers_[i]) + " " +
-                        (numbers_[i] == 1 ? texts[i].one : texts[i].many));
-    }
-    return lines;
-}
+std::vector<std::string> IdfNotices::lines() const { return lossLines(texts, numbers_); }
 
 } // namespace EDATool

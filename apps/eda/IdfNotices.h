@@ -1,6 +1,9 @@
 // Counting what IDF files cannot hold.
 #pragma once
 
+#include "LossLines.h"
+
+#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -48,7 +51,7 @@ public:
     std::vector<std::string> lines() const;
 
 private:
-    std::size_t numbers_[static_cast<std::size_t>(IdfLoss::Count)] = {};
+    std::array<std::size_t, static_cast<std::size_t>(IdfLoss::Count)> numbers_ = {};
 };
 
 } // namespace EDATool

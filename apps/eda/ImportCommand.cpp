@@ -140,13 +140,15 @@ int run(const Arguments &arguments) {
     checkArguments(arguments);
     Profiling::TraceRecorder recorder;
     if (arguments.has("--trace")) recorder.start();
-    Design design = readDesign(arguments.operands(), designSettings(arguments));
+    const DesignSettings settings = designSettings(arguments);
+    Design design = readDesign(arguments.operands(), settings);
     stopIfInterrupted();
     if (!design.hasBoard)
         throw DesignFailure(inQuotes(design.files.front()) + ": is a library; its board file is missing");
+    settleUnits(design, arguments.value("--units"));
+    completeDesign(design, settings);
     Libraries libraries(arguments, design.warnings);
     checkOutputs(arguments, design, libraries);
-    settleUnits(design, arguments.value("--units"));
     ImportTarget target = openTarget(arguments);
     const std::unique_ptr<Model> options = optionsOf(arguments, target, design);
     addWarnings(arguments, design);

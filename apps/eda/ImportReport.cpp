@@ -24,10 +24,6 @@ std::string listOf(const Kinds &kinds) {
 // What was read and has no entities, so that nobody takes the model for more than it is.
 std::string leftOutText(const EDA::EDABoard &board, bool isComponent) {
     std::string text;
-    const std::string later =
-        listOf({{board.numVias(1), "drilled holes and vias"}, {board.numLayers(), "layers"}});
-    if (!later.empty())
-        text += "\nNot in the model, since this version does not import them: " + later + "\n";
     const std::string package = listOf({{board.numBumps(1), "bumps"}, {board.numWirebonds(), "wirebonds"}});
     if (!package.empty() && !isComponent)
         text += "\nNot in the model, since only a component has them (--as Component): " + package + "\n";
@@ -40,6 +36,8 @@ std::string importText(const Design &design, const EntityCounts &counts, const I
                        const std::string &output) {
     std::string text = "Read:\n" + designTable(design) + "\nEntities by type:\n" + entityTable(counts);
     if (outcome.parts.placements > 0) text += "\nParts:\n" + partTable(outcome.parts);
+    if (!outcome.copper.isEmpty())
+        text += "\nLayers and holes of the design:\n" + copperTable(outcome.copper);
     text += leftOutText(design.board(), outcome.isComponent);
     if (outcome.isSaved) {
         text += "\nModel saved as " + shortened(output, 300) + " after " + shortNumber(outcome.seconds, 3) +
@@ -55,6 +53,7 @@ std::string importJson(const Design &design, const EntityCounts &counts, const I
     report.addEntities(counts);
     report.addText("importMessages", outcome.messages);
     addParts(outcome.parts, report);
+    addCopper(outcome.copper, report);
     return report.finish();
 }
 

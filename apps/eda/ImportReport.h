@@ -1,6 +1,7 @@
 // The summary that an import ends with.
 #pragma once
 
+#include "CopperSummary.h"
 #include "Design.h"
 #include "Entities.h"
 #include "PartSummary.h"
@@ -16,6 +17,7 @@ struct ImportOutcome {
     std::string messages; // the importer's and the library's, a line each
     double seconds = 0.0;
     PartSummary parts;
+    CopperSummary copper;
 };
 
 // For people. `output` is where the model went.

@@ -59,6 +59,8 @@ ImportOutcome runImport(const ImportSettings &settings, Design &design, ImportTa
                               Libraries::shippedTypeMap());
     importer.setImportOptions(settings.options.root(), design.board());
     chooseComponentTypes(importer, design.board(), target.board);
+    // Pictures of layers go into a folder beside the model.
+    EntityGUI::EntityManager::s_CurrentFilename = settings.arguments.value("--output");
     const std::uint64_t firstNewId = target.model->nextId();
     Entity *const board =
         importer.importBoard(design.reader.get(), target.board, target.model->root(), &progress);
@@ -71,6 +73,7 @@ ImportOutcome runImport(const ImportSettings &settings, Design &design, ImportTa
     }
     outcome.parts = summarizeParts(
         {design.board(), board, firstNewId, settings.libraries.components(), outcome.wasCancelled});
+    outcome.copper = summarizeCopper(design.board(), *settings.options.root());
     for (const std::string &line : settings.libraries.newMessages())
         outcome.messages += (outcome.messages.empty() ? "" : "\n") + line;
     return outcome;

@@ -37,7 +37,7 @@ void showModel(const std::string &file, bool asJson) {
 }
 
 void showDesign(const Arguments &arguments, bool asJson) {
-    const Design design = readDesign(arguments.operands(), designSettings(arguments));
+    const Design design = readWholeDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     if (asJson) {
         JsonReport report;

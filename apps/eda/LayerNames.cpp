@@ -54,6 +54,18 @@ std::size_t findLayer(const std::vector<std::string> &names, const std::vector<s
     return index;
 }
 
+bool reachesLayer(const std::string &from, const std::string &to, const std::vector<std::string> &names,
+                  std::size_t number) {
+    const auto start = std::find(names.begin(), names.end(), from);
+    const auto end = std::find(names.begin(), names.end(), to);
+    if (start == names.end() || end == names.end()) return true;
+    // Layers of files that differ in their extensions alone share a name.
+    if (std::count(names.begin(), names.end(), from) > 1 || std::count(names.begin(), names.end(), to) > 1)
+        return true;
+    const auto at = names.begin() + static_cast<std::ptrdiff_t>(number - 1);
+    return std::min(start, end) <= at && at <= std::max(start, end);
+}
+
 bool meansFile(const std::string &text, const std::string &file) {
     const std::string name = Path::getLastToken(file);
     return text == file || EDA::equalsIgnoreCase(text, name) ||

@@ -14,6 +14,11 @@ namespace EDATool {
 std::size_t findLayer(const std::vector<std::string> &names, const std::vector<std::string> &files,
                       const std::string &text, const std::string &option);
 
+// True when a hole from one layer to another, by their names, reaches the layer `number`, counted from 1. A
+// hole of which the layers are not known goes through all of them.
+bool reachesLayer(const std::string &from, const std::string &to, const std::vector<std::string> &names,
+                  std::size_t number);
+
 // True when a text means this file: its path, its name with or without the extension, in any case.
 bool meansFile(const std::string &text, const std::string &file);
 

@@ -6,11 +6,11 @@
 #include "host/EntityModel/Units.h"
 #include "host/Geometry/PolygonPainter.h"
 #include "LayerNames.h"
+#include "ModelCopper.h"
 #include "OutlinePath.h"
 #include "Printable.h"
 
 #include <cmath>
-#include <iterator>
 #include <stdexcept>
 
 namespace EDATool {
@@ -93,11 +93,35 @@ int pixels(double length, double perLength) {
     return static_cast<int>(count);
 }
 
+std::vector<const EDA::EDABoardLayer *> conductorsOf(const EDA::EDABoard &board) {
+    std::vector<const EDA::EDABoardLayer *> layers;
+    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer) {
+        if (layer->isConductor()) layers.push_back(&*layer);
+    }
+    return layers;
+}
+
+// On an outer layer the parts of its side show what the copper is for. All is seen from the top.
+void showPartsOf(BoardView sideView, BoardView &view) {
+    view.parts = std::move(sideView.parts);
+    view.power = sideView.power;
+}
+
+bool isOuter(std::size_t index, std::size_t count) { return index == 0 || index + 1 == count; }
+
+Side sideOfOuter(std::size_t index) { return index == 0 ? Side::Top : Side::Bottom; }
+
+void boundByCopper(BoardView &view) {
+    if (!view.edgeBound.isEmpty()) return;
+    for (const Path &path : view.copper)
+        view.edgeBound.add(boundOf(path));
+}
+
 } // namespace
 
 std::vector<std::string> layerNamesOf(const EDA::EDABoard &board) {
     std::vector<std::string> names;
-    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
+    for (const EDA::EDABoardLayer *layer : conductorsOf(board))
         names.push_back(layer->getName());
     return names;
 }
@@ -118,9 +142,10 @@ Path copperPath(const EDA::EDAOutline &outline) {
 
 BoardView viewOfLayer(const Design &design, const std::string &layer) {
     const EDA::EDABoard &board = design.board();
+    const std::vector<const EDA::EDABoardLayer *> layers = conductorsOf(board);
     const std::size_t index = findLayer(layerNamesOf(board), design.layerFiles, layer, "--layer");
     BoardView view = viewOfBoard(board, Side::Top, index + 1);
-    const EDA::EDABoardLayer &shown = *std::next(board.beginLayers(), static_cast<std::ptrdiff_t>(index));
+    const EDA::EDABoardLayer &shown = *layers[index];
     view.layer = shown.getName();
     view.copper.reserve(shown.numTraces());
     for (auto trace = shown.beginTraces(); trace != shown.endTraces(); ++trace)
@@ -130,10 +155,18 @@ BoardView viewOfLayer(const Design &design, const std::string &layer) {
             if (!trace->isDefinedAsRoute()) view.copper.push_back(copperPath(trace->getOutline()));
         }
     }
-    if (view.edgeBound.isEmpty()) {
-        for (const Path &path : view.copper)
-            view.edgeBound.add(boundOf(path));
-    }
+    if (isOuter(index, layers.size())) showPartsOf(viewOfBoard(board, sideOfOuter(index)), view);
+    boundByCopper(view);
+    return view;
+}
+
+BoardView viewOfModelLayer(const EntityModel::Entity &board, const std::string &layer) {
+    const std::vector<std::string> names = namesOf(conductorLayers(board));
+    const std::size_t index = findLayer(names, {}, layer, "--layer");
+    BoardView view = viewOfModel(board, Side::Top, index + 1);
+    view.layer = names[index];
+    if (isOuter(index, names.size())) showPartsOf(viewOfModel(board, sideOfOuter(index)), view);
+    boundByCopper(view);
     return view;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Entities.h"
 #include "host/EntityModel/Types.h"
+#include "LayerNames.h"
 #include "PartFinder.h"
 
 #include <cmath>
@@ -72,8 +73,8 @@ double metres(const Entity &entity, const AttributePath &path) {
 
 class Walk {
 public:
-    Walk(const BoardPlane &plane, double boardHeight, BoardView &view)
-        : plane_(plane), boardHeight_(boardHeight), view_(view) {}
+    Walk(const BoardPlane &plane, double boardHeight, const std::vector<std::string> &layers, BoardView &view)
+        : plane_(plane), boardHeight_(boardHeight), layers_(layers), view_(view) {}
 
     // All below `parent`, without `left`.
     void addChildren(const Entity &parent, std::shared_ptr<const Inside> inside,
@@ -183,9 +184,15 @@ private:
         return paths;
     }
 
+    bool isShown(const Entity &via) const {
+        return view_.layerNumber == 0 || !hasText(via, Height_From_t, "Layers") ||
+               reachesLayer(textOf(via, From_Layer_t), textOf(via, To_Layer_t), layers_, view_.layerNumber);
+    }
+
     // A via goes through the board: both sides show it. One that stands for many has theirs about its
     // location.
     void addVia(const Entity &via, const PartPlace &place) {
+        if (!isShown(via)) return;
         const Attribute *const plated = via.readAttribute(Plated_t);
         const bool isPlated = plated != nullptr && plated->getBool();
         const auto add = [&](Path path) {
@@ -241,6 +248,7 @@ private:
 
     const BoardPlane &plane_;
     double boardHeight_;
+    const std::vector<std::string> &layers_;
     BoardView &view_;
     std::vector<Task> tasks_;
 };
@@ -248,8 +256,8 @@ private:
 } // namespace
 
 void addModelParts(const Entity &board, const PartRule &rule, const PartPlace &place, const BoardPlane &plane,
-                   BoardView &view) {
-    Walk walk(plane, std::isfinite(place.height) ? place.height : 0.0, view);
+                   const std::vector<std::string> &layers, BoardView &view) {
+    Walk walk(plane, std::isfinite(place.height) ? place.height : 0.0, layers, view);
     auto on = std::make_shared<Inside>();
     on->frame = EntityGUI::childFrame(board, rule, place, PartFrame());
     walk.addChildren(board, on);

@@ -3,6 +3,7 @@
 
 #include "Entities.h"
 #include "host/EntityModel/Types.h"
+#include "ModelCopper.h"
 #include "ModelParts.h"
 
 #include <cmath>
@@ -65,11 +66,12 @@ void addKeepouts(const Entity &board, const BoardShapes &shapes, BoardView &view
 
 } // namespace
 
-BoardView viewOfModel(const Entity &board, Side side) {
+BoardView viewOfModel(const Entity &board, Side side, std::size_t layerNumber) {
     BoardView view;
     view.name = textOf(board, Reference_Designator_t);
     view.unit = "mm";
     view.side = side;
+    view.layerNumber = layerNumber;
     view.thickness = getDoubleValue(&board, "Thickness", view.unit, 0.0);
     const EntityGUI::PartRule *const rule = EntityGUI::findPartRule(board.getType());
     if (rule == nullptr) return view;
@@ -79,8 +81,17 @@ BoardView viewOfModel(const Entity &board, Side side) {
     view.edge = shapes.edge();
     view.edgeBound = boundOf(view.edge);
     addCutOuts(board, shapes, view);
-    addKeepouts(board, shapes, view);
-    addModelParts(board, *rule, place, shapes.plane(), view);
+    const std::vector<Entity *> layers = conductorLayers(board);
+    addModelParts(board, *rule, place, shapes.plane(), namesOf(layers), view);
+    if (layerNumber > 0) {
+        view.parts.clear();
+        view.bumps.clear();
+        view.wires.clear();
+        if (layerNumber <= layers.size())
+            addModelCopper(board, *layers[layerNumber - 1], *rule, place, shapes.plane(), view);
+    } else {
+        addKeepouts(board, shapes, view);
+    }
     return view;
 }
 

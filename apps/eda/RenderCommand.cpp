@@ -116,23 +116,32 @@ DesignSettings settingsOf(const Arguments &arguments) {
     return settings;
 }
 
+void checkNoDesignOptions(const Arguments &arguments) {
+    for (const char *option : {"--copper", "--stackup"}) {
+        if (arguments.has(option))
+            throw UsageFailure(std::string(option) + " is for designs; a model has its layers already");
+    }
+}
+
 BoardView readView(const Arguments &arguments, const std::string &output) {
     const std::vector<std::string> &files = arguments.operands();
     const Side side = sideOf(arguments);
     const bool wantsLayer = arguments.has("--layer") || arguments.has("--bare");
+    const std::string layer = arguments.value("--layer", side == Side::Top ? "top" : "bottom");
     if (files.size() == 1 && isModelFile(files.front())) {
-        if (wantsLayer) throw UsageFailure("--layer and --bare are for designs, not for model files");
+        checkNoDesignOptions(arguments);
         const std::unique_ptr<EntityModel::Model> model = loadModel(files.front());
         checkNotRead(output, files);
-        return viewOfModel(*findBoard(*model, files.front(), arguments.value("--board")), side);
+        const EntityModel::Entity &board = *findBoard(*model, files.front(), arguments.value("--board"));
+        return wantsLayer ? viewOfModelLayer(board, layer) : viewOfModel(board, side);
     }
     if (arguments.has("--board")) throw UsageFailure("--board chooses a board of a model file");
-    const Design design = readDesign(files, settingsOf(arguments));
+    const Design design = readWholeDesign(files, settingsOf(arguments));
     checkNotRead(output, filesOf(design));
     printWarnings(design);
     const bool isOnlyLayers = design.board().getOutline().empty() && design.board().numLayers() > 0;
     if (!wantsLayer && !isOnlyLayers) return viewOfDesign(design, side);
-    return viewOfLayer(design, arguments.value("--layer", side == Side::Top ? "top" : "bottom"));
+    return viewOfLayer(design, layer);
 }
 
 int run(const Arguments &arguments) {

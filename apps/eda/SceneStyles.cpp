@@ -98,7 +98,7 @@ template <class Items, class Test> bool anyOf(const Items &items, Test test) {
 } // namespace
 
 SceneStyles::SceneStyles(const BoardView &view, Colouring colouring, double unit)
-    : colouring_(colouring), unit_(unit) {
+    : colouring_(colouring), unit_(unit), isLayer_(view.layerNumber > 0) {
     if (showsPower()) scale_ = PowerScale(view.power, colouring);
 }
 
@@ -145,7 +145,8 @@ Style SceneStyles::part(const PartView &part) const {
     } else {
         const PartLook &look = lookOf(partLooks, part.kind);
         const double width = part.kind == PartKind::Mechanical ? 1.2 * unit_ : 1.0 * unit_;
-        style = filled(part.isFiltered ? none : look.fill, look.edge, width);
+        const bool isHollow = part.isFiltered || isLayer_;
+        style = filled(isHollow ? none : look.fill, isLayer_ ? light : look.edge, width);
     }
     style.dashed = part.isFiltered;
     if (part.isFiltered) style.strokeWidth = 1.4 * unit_;
@@ -155,7 +156,7 @@ Style SceneStyles::part(const PartView &part) const {
 Colour SceneStyles::label(const PartView &part) const {
     if (isColoured(part)) return isLight(scale_.colourOf(scale_.valueOf(part))) ? dark : light;
     if (showsPower()) return shapeEdge;
-    return part.isFiltered ? light : lookOf(partLooks, part.kind).text;
+    return part.isFiltered || isLayer_ ? light : lookOf(partLooks, part.kind).text;
 }
 
 Style SceneStyles::mark() const {
@@ -183,6 +184,7 @@ void SceneStyles::addParts(const BoardView &view, std::vector<LegendEntry> &lege
         legend.push_back({label, style, LegendEntry::Swatch::Box});
     };
     PartView sample;
+    if (isLayer_) return addIf("Part", sample, [](const PartView &) { return true; });
     if (showsPower())
         addIf("No power", sample,
               [this](const PartView &each) { return !each.isFiltered && !isColoured(each); });

@@ -50,6 +50,7 @@ private:
     Colouring colouring_;
     PowerScale scale_;
     double unit_;
+    bool isLayer_; // parts are outlines, so that the copper below them is seen
 };
 
 } // namespace EDATool

@@ -270,7 +270,8 @@ TEST_F(ToolExportLoss, ValuesOfComponentsThatShareADefinition) {
 }
 
 TEST_F(ToolExportLoss, Vias) {
-    add(pcb, "Via", "Vias", {{"Filled", "Yes"}, {"Height From", "Layers"}});
+    add(pcb, "Via", "Vias",
+        {{"Filled", "Yes"}, {"Height From", "Layers"}, {"Plating Thickness", "20 micron"}});
     add(part, "Via", "Vias", {{"Modelling Type", "Multiple Vias"}, {"Plated", "No"}});
     save();
     const std::string warnings = run().err;
@@ -278,6 +279,13 @@ TEST_F(ToolExportLoss, Vias) {
          {"1 via loses its filling", "1 via that ends inside the board goes through it now",
           "1 via loses its plating thickness", "1 group of vias in a component is displaced"})
         EXPECT_THAT(warnings, HasSubstr(text));
+}
+
+// The importer takes it again where the file says nothing.
+TEST_F(ToolExportLoss, NoneOfAPlatingOfTheUsualThickness) {
+    add(pcb, "Via", "Vias", {{"Plating Thickness", "35 micron"}});
+    save();
+    EXPECT_THAT(run().err, testing::Not(HasSubstr("plating")));
 }
 
 TEST_F(ToolExportLoss, RoutingKeepouts) {

@@ -258,14 +258,17 @@ TEST(GerberInfo, ADrillFileInTheFormOfALayerMakesHolesOfItsFlashes) {
     EXPECT_EQ(json["layers"].Size(), 0u);
 }
 
-TEST(GerberInfo, AnImportSaysThatLayersAreLeftOut) {
+TEST(GerberInfo, AnImportCountsLayersConductorsAndHoles) {
     const TempFolder folder;
     std::vector<std::string> arguments = writeGerberSet(folder);
     arguments.insert(arguments.begin(), "import");
     arguments.insert(arguments.end(), {"-o", folder.path("model.json")});
     const ToolResult result = runTool(arguments);
     EXPECT_EQ(result.status, 0) << result;
-    EXPECT_THAT(result.out, HasSubstr("does not import them: 1 drilled holes and vias, 2 layers"));
+    EXPECT_THAT(result.out,
+                HasSubstr("  Conductor layers   2\n  Dielectric layers  0\n  Conductors         3\n"));
+    EXPECT_THAT(result.out, HasSubstr("  PCB Conductor          3\n"));
+    EXPECT_THAT(result.out, HasSubstr("  Via                    1\n"));
     arguments.back() = folder.path("top_mask.gbr"); // left out, but not to be written over
     EXPECT_EQ(runTool(arguments).status, 2);
 }

@@ -12,7 +12,9 @@
 namespace {
 
 using namespace TestSupport;
+using testing::ContainsRegex;
 using testing::HasSubstr;
+using testing::Not;
 
 // Imports with --json and gives the report.
 rapidjson::Document importJson(const TempFolder &folder, const std::vector<std::string> &more,
@@ -68,7 +70,8 @@ TEST_F(ToolImport, SavesAModelAndSaysWhatIsInIt) {
 TEST_F(ToolImport, JsonAddsEntitiesAndMessages) {
     const rapidjson::Document report = importJson(folder, {});
     EXPECT_EQ(report["placements"].GetInt(), 3);
-    EXPECT_EQ(entities(report, "PCB Hole"), 1);
+    EXPECT_EQ(entities(report, "PCB Hole"), 2); // a cut-out and a mounting hole
+    EXPECT_EQ(entities(report, "Via"), 1);
     EXPECT_STREQ(report["importMessages"].GetString(), "");
 }
 
@@ -154,10 +157,27 @@ TEST_F(ToolImport, ABoardWithoutUnitsIsTakenAsMillimetresWithAWarning) {
     EXPECT_THAT(result.err, HasSubstr("small.emn' names no units; its lengths are taken as millimetres"));
 }
 
-TEST_F(ToolImport, TheSummaryNamesWhatHasNoEntitiesYet) {
-    const ToolResult result = runTool({"import", folder.path("small.emn"), "-o", folder.path("model.json")});
-    EXPECT_THAT(result.out, HasSubstr("Not in the model, since this version does not import them: "
-                                      "2 drilled holes and vias\n"));
+TEST_F(ToolImport, TheSummaryCountsHolesAndNamesTheOptionThatLeavesSomeOut) {
+    const auto summary = [this](const std::vector<std::string> &more) {
+        std::vector<std::string> arguments{"import", folder.path("small.emn"), "-o",
+                                           folder.path("model.json")};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return runTool(arguments).out;
+    };
+    const std::string all = summary({});
+    EXPECT_THAT(all, ContainsRegex("Holes and vias +2\n"));
+    EXPECT_THAT(all, Not(HasSubstr("left out")));
+    EXPECT_THAT(summary({"--option", "Import Vias=No"}), ContainsRegex("\"Import Vias\" is No +1\n"));
+}
+
+TEST_F(ToolImport, HolesOfNoKindThatImportsTakeAreCounted) {
+    std::string board = smallBoard();
+    board.replace(board.find(" VIA ECAD"), 9, " TESTPOINT ECAD");
+    folder.write("small.emn", board);
+    const auto report = importJson(folder, {});
+    EXPECT_EQ(report["copper"]["holes"].GetInt(), 2);
+    EXPECT_EQ(report["copper"]["otherKindsLeftOut"].GetInt(), 1);
+    EXPECT_EQ(entities(report, "Via"), 0);
 }
 
 TEST_F(ToolImport, MissingLibraryIsAWarningAndTheImportGoesOn) {
@@ -249,7 +269,8 @@ TEST_F(ToolReimport, ReplacesWhatTheFirstImportMade) {
         importJson(folder, {"--into", folder.path("model.json")}, "again.json");
     EXPECT_EQ(entities(report, "PCB"), 1);
     EXPECT_EQ(entities(report, "Board Keepout"), 2);
-    EXPECT_EQ(entities(report, "PCB Hole"), 1);
+    EXPECT_EQ(entities(report, "PCB Hole"), 2);
+    EXPECT_EQ(entities(report, "Via"), 1);
 }
 
 TEST_F(ToolReimport, MaySaveOverTheModelThatItLoaded) {

@@ -250,8 +250,8 @@ TEST_F(PartPlaces, OfTheBoardItself) {
     const BoardView design = viewOfDesign(readDesign({file}), Side::Bottom);
     const BoardView shown = viewOfModel(*findBoard(*model, file, ""), Side::Bottom);
     const Similarity move = Similarity::move(-design.edgeBound.low.x, -design.edgeBound.high.y);
-    ASSERT_EQ(design.cutOuts.size(), shown.cutOuts.size());
-    for (std::size_t index = 0; index < shown.cutOuts.size(); ++index) {
+    ASSERT_LE(design.cutOuts.size(), shown.cutOuts.size());
+    for (std::size_t index = 0; index < design.cutOuts.size(); ++index) {
         for (const PathStep &step : shown.cutOuts[index])
             EXPECT_LE(distanceToPath(step.to, move.apply(design.cutOuts[index])), tolerance) << index;
     }
@@ -259,6 +259,28 @@ TEST_F(PartPlaces, OfTheBoardItself) {
     for (std::size_t index = 0; index < shown.keepouts.size(); ++index) {
         for (const PathStep &step : shown.keepouts[index].path)
             EXPECT_LE(distanceToPath(step.to, move.apply(design.keepouts[index].path)), tolerance) << index;
+    }
+}
+
+// In a model, mounting and tool holes are cut-outs of the board behind those of its outline.
+TEST_F(PartPlaces, OfHoles) {
+    const std::string file = std::string(EDA_EXAMPLES) + "/controller/controller.emn";
+    const auto model = import(file);
+    const BoardView design = viewOfDesign(readDesign({file}), Side::Top);
+    const BoardView shown = viewOfModel(*findBoard(*model, file, ""), Side::Top);
+    std::vector<Path> holes(shown.cutOuts.begin() + static_cast<std::ptrdiff_t>(design.cutOuts.size()),
+                            shown.cutOuts.end());
+    EXPECT_EQ(holes.size(), 10u);
+    for (const HoleView &hole : shown.holes)
+        holes.push_back(hole.path);
+    constexpr std::size_t numTestPoints = 2; // of no kind that imports take
+    ASSERT_EQ(holes.size() + numTestPoints, design.holes.size());
+    const Similarity move = Similarity::move(-design.edgeBound.low.x, -design.edgeBound.high.y);
+    for (const Path &hole : holes) {
+        double nearest = HUGE_VAL;
+        for (const HoleView &each : design.holes)
+            nearest = std::min(nearest, deviation(move.apply(each.path), hole));
+        EXPECT_LE(nearest, tolerance);
     }
 }
 
