@@ -1,6 +1,7 @@
 // The stored vertices of an outline.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -173,9 +174,10 @@ inline void OutlinePoints::push_back(OutlinePoint const &point) {
     places_.emplace_back(point.x, point.y);
 }
 
-// A centre that is not finite equals none, not even itself.
+// A centre that is not finite equals none, not even itself. The sign of an angle of 0 is kept, too: writers
+// show it.
 inline bool OutlinePoints::takesAsStraight(OutlinePoint const &point) const {
-    if (point.angle != 0.0 || point.centered || !point.clockwise) return false;
+    if (point.angle != 0.0 || std::signbit(point.angle) || point.centered || !point.clockwise) return false;
     if (places_.empty()) return point.centreX - point.centreX == 0.0 && point.centreY - point.centreY == 0.0;
     return point.centreX == straight_.centreX && point.centreY == straight_.centreY;
 }

@@ -130,6 +130,14 @@ TEST(OutlinePoints, ACentreThatIsNoNumberIsKept) {
     EXPECT_FALSE(store[0].isEqual(store[0], 1e-12));
 }
 
+TEST(OutlinePoints, TheSignOfAnAngleOfZeroIsKept) {
+    OutlinePoints store;
+    store.push_back({1, 2, 0.0});
+    store.push_back({3, 4, -0.0});
+    EXPECT_FALSE(std::signbit(store[0].angle));
+    EXPECT_TRUE(std::signbit(store[1].angle));
+}
+
 TEST(OutlinePoints, TheirIteratorsGoAnywhere) {
     OutlinePoints store;
     for (int i = 0; i < 5; ++i)
