@@ -62,14 +62,27 @@ bool isFolder(const std::string &name) {
     return std::filesystem::is_directory(FileSystem::toNative(name), error);
 }
 
-std::vector<std::string> filesInFolder(const std::string &folder) {
+namespace {
+
+// Of names that do not start with a dot.
+std::vector<std::string> pathsInFolder(const std::string &folder, bool (*takes)(const std::string &path)) {
     const bool hasSlash = !folder.empty() && folder.back() == '/';
-    std::vector<std::string> files;
+    std::vector<std::string> paths;
     for (const std::string &name : FileSystem::DirectoryListing(folder)) {
         const std::string path = folder + (hasSlash ? "" : "/") + name;
-        if (name.front() != '.' && FileSystem::File::exists(path)) files.push_back(path);
+        if (name.front() != '.' && takes(path)) paths.push_back(path);
     }
-    return files;
+    return paths;
+}
+
+} // namespace
+
+std::vector<std::string> filesInFolder(const std::string &folder) {
+    return pathsInFolder(folder, [](const std::string &path) { return FileSystem::File::exists(path); });
+}
+
+std::vector<std::string> foldersInFolder(const std::string &folder) {
+    return pathsInFolder(folder, isFolder);
 }
 
 bool isSameFile(const std::string &a, const std::string &b) {

@@ -15,6 +15,8 @@ bool isFolder(const std::string &name);
 
 // The paths of the files in a folder, by name; without folders in it and names that start with a dot.
 std::vector<std::string> filesInFolder(const std::string &folder);
+// The same of the folders in it.
+std::vector<std::string> foldersInFolder(const std::string &folder);
 
 // True when both names lead to the same existing file.
 bool isSameFile(const std::string &a, const std::string &b);

@@ -42,8 +42,8 @@ void leaveOut(const std::string &file, const std::string &reason, Design &design
     design.warnings.push_back(inQuotes(file) + ": is left out: " + reason);
 }
 
-// What lies in a folder beside a design is no reason not to read the design.
-void addFolder(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
+// What lies in a folder beside a design is no reason not to read the design. False when there is no design.
+bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
     const std::size_t numBefore = candidates.size();
     for (const std::string &file : filesInFolder(folder)) {
         try {
@@ -57,8 +57,17 @@ void addFolder(const std::string &folder, std::vector<Candidate> &candidates, De
             design.warnings.push_back(failure.what());
         }
     }
-    if (candidates.size() == numBefore)
-        throw DesignFailure(inQuotes(folder) + ": is a folder without files that eda reads");
+    return candidates.size() > numBefore;
+}
+
+// Some systems put layers and drills into a folder each. One that has a design itself stands for that alone.
+void addFolder(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
+    bool isFound = addFilesOf(folder, candidates, design);
+    if (!isFound) {
+        for (const std::string &inner : foldersInFolder(folder))
+            isFound |= addFilesOf(inner, candidates, design);
+    }
+    if (!isFound) throw DesignFailure(inQuotes(folder) + ": is a folder without files that eda reads");
 }
 
 std::vector<Candidate> findCandidates(const std::vector<std::string> &files, Design &design) {

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 namespace {
 
 using namespace TestSupport;
@@ -68,6 +70,32 @@ TEST(GerberInfo, AFolderStandsForItsFiles) {
     EXPECT_THAT(result.out, AllOf(HasSubstr("copper layer 2"), HasSubstr("readme.txt: left out")));
     EXPECT_THAT(result.err,
                 AllOf(HasSubstr("readme.txt': is left out"), HasSubstr("job.json': is left out")));
+}
+
+TEST(GerberInfo, AFolderOfFoldersStandsForTheFilesInThem) {
+    const TempFolder folder;
+    std::filesystem::create_directories(folder.path("set/layers"));
+    std::filesystem::create_directories(folder.path("set/drills"));
+    writeGerberSet(folder);
+    for (const auto &entry : std::filesystem::directory_iterator(folder.path())) {
+        if (!entry.is_regular_file()) continue;
+        const bool isDrill = entry.path().extension() == ".drl";
+        std::filesystem::rename(entry.path(), std::filesystem::path(folder.path("set")) /
+                                                  (isDrill ? "drills" : "layers") / entry.path().filename());
+    }
+    const ToolResult result = info({folder.path("set")});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.out, AllOf(HasSubstr("copper layer 2"), HasSubstr("drills from")));
+}
+
+TEST(GerberInfo, AFolderWithADesignStandsForThatAlone) {
+    const TempFolder folder;
+    writeGerberSet(folder);
+    std::filesystem::create_directories(folder.path("old"));
+    folder.write("old/extra.gbr", "%FSLAX24Y24*%\n%MOMM*%\nM02*\n");
+    const ToolResult result = info({folder.path()});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.out, Not(HasSubstr("extra.gbr")));
 }
 
 TEST(GerberInfo, AFolderWithoutDesignsIsAFailure) {
