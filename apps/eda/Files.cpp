@@ -85,10 +85,7 @@ std::vector<std::string> foldersInFolder(const std::string &folder) {
     return pathsInFolder(folder, isFolder);
 }
 
-bool isSameFile(const std::string &a, const std::string &b) {
-    std::error_code error;
-    return std::filesystem::equivalent(FileSystem::toNative(a), FileSystem::toNative(b), error);
-}
+bool isSameFile(const std::string &a, const std::string &b) { return FileSystem::File::isSame(a, b); }
 
 std::string lowerExtension(const std::string &file) {
     const std::string extension = FileSystem::Path::getFormatExtension(file, true);

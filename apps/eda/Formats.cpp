@@ -33,7 +33,6 @@ const FormatDef *formatOf(const std::string &file) {
 
 struct Candidate {
     std::string file;
-    bool isFromFolder;
     const FormatDef *format; // null: none
 };
 
@@ -51,7 +50,7 @@ bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, D
             if (format == nullptr || format->name == nullptr) {
                 leaveOut(file, "it is in no format of designs that eda reads", design);
             } else {
-                candidates.push_back({file, true, format});
+                candidates.push_back({file, format});
             }
         } catch (const DesignFailure &failure) {
             design.warnings.push_back(failure.what());
@@ -76,7 +75,7 @@ std::vector<Candidate> findCandidates(const std::vector<std::string> &files, Des
         if (isFolder(file)) {
             addFolder(file, candidates, design);
         } else {
-            candidates.push_back({file, false, formatOf(file)});
+            candidates.push_back({file, formatOf(file)});
         }
     }
     return candidates;

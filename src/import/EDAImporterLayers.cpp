@@ -49,7 +49,7 @@ double heightInBoard(const EDABoardLayer &layer, const EDABoard &board) {
     return board.getThickness() - layer.getTopOffset();
 }
 
-// What the picture itself tells: its size, the conductor's share and the map of it.
+// What the picture itself tells: the conductor's share and the map of it.
 void setImageValues(EntityModel::Entity *entity, const QImage &image) {
     ServerConstructor::PCBLayerImageCalculator calculator;
     calculator.initialise(entity, nullptr);
