@@ -1,0 +1,90 @@
+// One read of an IDX file: the walk over its document, and the error text.
+#include "readers/IDXReader.h"
+
+#include "host/EntityModel/Types.h"
+#include "host/EntityModel/UserPreference.h"
+#include "host/FileSystem/File.h"
+#include "host/Profiling/ProfileSectionProxy.h"
+#include "readers/XmlDetail.h"
+
+namespace EDA {
+
+namespace {
+
+bool loadFile(const std::string &path, int maxDepth, QDomDocument &document) {
+    std::string text, reason;
+    return FileSystem::File::readAll(path, text, reason) && loadXml(text, maxDepth, document);
+}
+
+} // namespace
+
+bool IDXReader::readFile(const std::string &path) {
+    Profiling::ProfileSectionProxy section("IDXReader", __LINE__, "EDA::IDXReader::readFile", "ReadIDXFile",
+                                           true, "");
+    error_.clear();
+    tables_ = {};
+    making_ = {};
+    numTypedItems_ = 0;
+    // The document stays until all is made: the parts then need not search for memory between what is left of
+    // it.
+    QDomDocument document("XML Document");
+    if (!loadFile(path, limits_.xmlDepth, document)) return false;
+    fileType_.clear();
+    version_.clear();
+    parseXML(document.documentElement());
+    createParts();
+    if (making_.messagesDropped > 0)
+        error_ += "There were " + std::to_string(making_.messagesDropped) + " further messages.\n";
+    board_.setImportType(fileType_.toStdString());
+    tables_ = {};
+    making_ = {};
+    return true;
+}
+
+void IDXReader::parseXML(const QDomElement &element) {
+    const QString tag = element.localName();
+    if (tag == QLatin1String("Header")) return parseHeader(element);
+    if (tag == QLatin1String("Body")) return parseBody(element);
+    eachChild(element, [this](const QDomElement &child, const QString &) { parseXML(child); });
+}
+
+void IDXReader::parseHeader(const QDomElement &element) {
+    const QString tag = element.localName();
+    if (tag == QLatin1String("UserProperty")) {
+        QString scope, name, value;
+        getProperty(element, scope, name, value);
+        if (name == QLatin1String("IDX_VERSION")) version_ = value;
+        if (name == QLatin1String("IDX_FILE_TYPE")) fileType_ = value;
+    } else if (tag == QLatin1String("CreatorSystem")) {
+        const QString system = element.text();
+        if (system == QLatin1String("Design Force")) tables_.fromDesignForce = true;
+        if (system == QLatin1String("Expedition")) tables_.fromExpedition = true;
+    } else {
+        eachChild(element, [this](const QDomElement &child, const QString &) { parseHeader(child); });
+    }
+}
+
+EntityModel::Entity *IDXReader::getOptions() {
+    return EntityModel::UserPreference::instance().getPreference(EntityModel::EDA_Import_Options_t,
+                                                                 EntityModel::Name_t, "IDX", true, nullptr);
+}
+
+void IDXReader::reportKind(const QString &kind) { report("Unhandled Object Type " + kind.toStdString()); }
+
+void IDXReader::reportCurve(const QString &id) { report("Failed to find curve element " + id.toStdString()); }
+
+// Always told, however many messages there were.
+void IDXReader::reportLimit(std::size_t limit, const char *things) {
+    error_ += "More than " + std::to_string(limit) + ' ' + things + ": the others are left out.\n";
+    ++making_.messages;
+}
+
+void IDXReader::report(const std::string &line) {
+    ++making_.messages;
+    if (making_.messages > limits_.messages || line.size() + error_.size() > limits_.messageBytes)
+        ++making_.messagesDropped;
+    else
+        error_ += line + '\n';
+}
+
+} // namespace EDA

@@ -1,0 +1,257 @@
+// Reads documents of the IDX format, the XML exchange format between board and mechanical design.
+#pragma once
+
+#include "readers/EDAReader.h"
+#include "readers/IDXReaderLimits.h"
+
+#include <QHash>
+#include <QMap>
+#include <QSet>
+#include <QString>
+#include <QVector>
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+class QDomElement;
+
+namespace Geometry {
+class Transform;
+}
+
+namespace EDA {
+
+// One file is one design. A document is a pool of elements that name each other by their ids: points, curves
+// of points, shapes of curves, items with shapes, and instances of items. The reader first fills a table for
+// each kind of element, then makes of each item instance what the board needs: the board's edge, a layer with
+// traces, a component with its placement, a hole or a keepout. Shapes of layers need no instance.
+//
+// What a caller should know:
+// - Elements are known by their local names; prefixes, namespaces and all other elements play no part.
+// - Lengths stay as they are, in the units that the document names. A number that can't be read is 0.
+// - Two elements of one kind with one id: the later one counts. An id that names nothing gives an empty
+// record.
+// - Regions to keep in are passed over without a message.
+// - Only the documents of two systems are treated in a way of their own, and only their layers.
+class IDXReader : public EDAReader {
+public:
+    IDXReader() = default;
+    explicit IDXReader(const IDXReaderLimits &limits) : limits_(limits) {}
+
+    // False, without a message, when the file is unreadable, larger than 1 GiB, not well-formed or deeper
+    // than the limit. Otherwise true, and the error text has a line, each with its line end, for
+    //   "Unhandled Object Type KIND"            an instance of another kind, or a cut-out that is not round;
+    //                                           without a kind where the item or its shape is not in the file
+    //   "Failed to find curve element ID"       a curve that is not in the file, or that contains itself
+    //   "More than N ...: the others are left out."  a limit that was reached
+    //   "There were N further messages."        behind the first thousand
+    bool readFile(const std::string &path) override;
+
+    // The "IDX" preferences.
+    EntityModel::Entity *getOptions() override;
+
+    // True when the file's first element is that of an IDX document, whatever follows it.
+    static bool isDocument(const std::string &path);
+
+    // Number of items in the file last read that tell their kind by a "geometryType" attribute. Documents of
+    // that newer style may give their items no shape that this reader can resolve.
+    std::size_t numTypedItems() const { return numTypedItems_; }
+
+private:
+    struct Transform {
+        bool present = false;
+        double xx = 1.0, xy = 0.0, yx = 0.0, yy = 1.0, tx = 0.0, ty = 0.0;
+
+        // Negative for a mirror.
+        double determinant() const { return yy * xx - yx * xy; }
+        bool isMirror() const { return determinant() < -1e-9; }
+    };
+    struct PolyLine {
+        double thickness = 0.0;
+        QVector<QString> points;
+    };
+    struct Arc {
+        QString start, end;
+        double angle = 0.0;
+    };
+    struct Circle {
+        QString centre;
+        double diameter = 0.0;
+    };
+    struct CompositeCurve {
+        QVector<QString> curves;
+    };
+    struct CurveSet {
+        QVector<QString> curves;
+        double low = 0.0, high = 0.0;
+    };
+    struct ShapeElement {
+        QString type, description;
+        bool inverted = false;
+        QString definingShape;
+        Transform transform;
+    };
+    struct Shape {
+        QString kind, purpose;
+        QVector<QString> elements;
+        QString technology, name;
+    };
+    struct StratumTechnology {
+        QString id, type, purpose, position;
+    };
+    struct Item {
+        QString type, packageName, shape;
+        QMap<QString, QString> properties;
+    };
+    struct ItemInstance {
+        QString item, name, instanceName;
+        Transform transform;
+        QMap<QString, QString> properties;
+    };
+
+    // The elements of one document by their ids.
+    struct Tables {
+        QHash<QString, std::pair<double, double>> points;
+        QHash<QString, PolyLine> polyLines;
+        QHash<QString, Arc> arcs;
+        QHash<QString, Circle> circles;
+        QHash<QString, CurveSet> curveSets;
+        QHash<QString, CompositeCurve> compositeCurves;
+        QHash<QString, ShapeElement> shapeElements;
+        QMap<QString, Shape> shapes; // sorted: layers without an instance come in this order
+        QHash<QString, StratumTechnology> technologies;
+        QHash<QString, Item> items;
+        QVector<ItemInstance> instances;
+        bool fromDesignForce = false;
+        bool fromExpedition = false;
+    };
+
+    // A component shape that has been made once: boards place a few parts many times.
+    struct MadeShape {
+        EDAOutline outline;
+        bool hasHeight = false;
+        double low = 0.0, high = 0.0;
+        std::size_t points = 0;
+        std::size_t outlines = 0;
+    };
+
+    // What lasts while the parts of one document are made.
+    struct Making {
+        bool boardTaken = false;
+        QSet<QString> usedShapes;
+        std::map<QString, MadeShape> madeShapes;
+        std::unordered_map<std::string, int> layersByName;
+        std::map<double, int> layersByTop;
+        std::vector<const QString *> curvePath; // composite curves around the one that is looked at
+        std::size_t elementCurves = 0;
+        std::size_t points = 0;
+        std::size_t outlines = 0;
+        std::size_t lookUps = 0;
+        bool pointsDropped = false;
+        bool outlinesDropped = false;
+        std::size_t textBytes = 0;
+        bool lookUpsDropped = false;
+        bool textsDropped = false;
+        std::size_t messages = 0;
+        std::size_t messagesDropped = 0;
+    };
+
+    struct BodyRule;
+    struct ShapeRule;
+    struct PartRule;
+
+    // First stage: the tables.
+    void parseXML(const QDomElement &element);
+    void parseHeader(const QDomElement &element);
+    void parseBody(const QDomElement &element);
+    bool parseDefinition(const QDomElement &element, const QString &tag);
+    bool parseShape(const QDomElement &element, const QString &tag);
+
+    static void getProperty(const QDomElement &element, QString &scope, QString &name, QString &value);
+    static void addProperty(const QDomElement &element, QMap<QString, QString> &properties);
+    static void getPoint(const QDomElement &element, double &x, double &y);
+    static void getPolyLine(const QDomElement &element, PolyLine &polyLine);
+    static void getArc(const QDomElement &element, Arc &arc);
+    static void getCircle(const QDomElement &element, Circle &circle);
+    static void getCompositeCurve(const QDomElement &element, CompositeCurve &curve);
+    static void getCurveSet(const QDomElement &element, CurveSet &curveSet);
+    static void getShapeElement(const QDomElement &element, ShapeElement &shapeElement);
+    static void getShape(const QDomElement &element, Shape &shape);
+    static void getStratumTechnology(const QDomElement &element, StratumTechnology &technology);
+    void getItem(const QDomElement &element, Item &item);
+    static void getItemInstance(const QDomElement &element, ItemInstance &instance);
+    static void getTransform(const QDomElement &element, Transform &transform);
+
+    // Second stage: the parts.
+    void createParts();
+    void createPart(const ItemInstance &instance);
+    void createStratum(const ItemInstance &instance, const Item &item, const Shape &shape);
+    void createComponent(const ItemInstance &instance, const Item &item, const Shape &shape);
+    void createPlacement(const ItemInstance &instance, const EDAComponent &component, const MadeShape &made);
+    void createKeepout(const ItemInstance &instance, const Item &item, const Shape &shape);
+    void createCutout(const ItemInstance &instance, const Item &item, const Shape &shape);
+    MadeShape makeShape(const Shape &shape);
+    MadeShape componentShape(const QString &id, const Shape &shape);
+
+    void addLayer(const Shape &shape);
+    int layerFor(const std::string &name, bool hasHeight, double low, double high);
+    int findLayer(const std::string &name, bool hasHeight, double high) const;
+    void noteLayer(const EDABoardLayer &layer, int index);
+    void addTrace(const ShapeElement &element, int layer);
+
+    void generateOutline(EDAOutline &outline, const Shape &shape, double &width);
+    void generateOutline(EDAOutline &outline, const ShapeElement &element, int outlineIndex, double &width);
+    void addCurves(const CurveSet &curves, EDAOutline &outline, const Geometry::Transform &transform,
+                   double &width);
+    void addCurve(const QString &id, EDAOutline &outline, const Geometry::Transform &transform,
+                  double &width);
+    bool processAsPolyline(const QString &id, EDAOutline &outline, const Geometry::Transform &transform,
+                           double &width);
+    bool processAsArc(const QString &id, EDAOutline &outline, const Geometry::Transform &transform);
+    bool processAsCircle(const QString &id, EDAOutline &outline, const Geometry::Transform &transform);
+    bool processAsCompositeCurve(const QString &id, EDAOutline &outline, const Geometry::Transform &transform,
+                                 double &width);
+    void addPoint(EDAOutline &outline, const Geometry::Transform &transform, double x, double y,
+                  double angle);
+
+    bool getZDimensions(const Shape &shape, double &low, double &high);
+    bool getZDimensions(const ShapeElement &element, double &low, double &high) const;
+    QString getShapeElementType(const Shape &shape);
+    bool getCircleShape(const Shape &shape, Circle &circle, QString &elementType);
+    const Circle *findCircle(const CurveSet &curves);
+
+    // Count towards a limit. False, once with a message, beyond it.
+    bool takePoints(std::size_t count);
+    bool takeOutlines(std::size_t count);
+    bool takeLookUp();
+    bool takeCurve(const QString &id);
+
+    // A text of an element that any number of parts may share, as each of them keeps it; empty beyond the
+    // limit.
+    std::string takeText(const QString &text);
+
+    void reportKind(const QString &kind);
+    void reportCurve(const QString &id);
+    void reportLimit(std::size_t limit, const char *things);
+    void report(const std::string &line);
+
+    // The record of an id, or an empty one.
+    template <typename Table>
+    static const typename Table::mapped_type &lookUp(const Table &table, const QString &id) {
+        static const typename Table::mapped_type empty{};
+        const auto found = table.constFind(id);
+        return found == table.constEnd() ? empty : *found;
+    }
+
+    QString fileType_;
+    QString version_;
+    Tables tables_;
+    Making making_;
+    IDXReaderLimits limits_;
+    std::size_t numTypedItems_ = 0;
+};
+
+} // namespace EDA
