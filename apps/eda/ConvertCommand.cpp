@@ -1,12 +1,11 @@
 // eda convert: a design goes straight to another format.
 #include "Commands.h"
 
+#include "BoardOutput.h"
 #include "Console.h"
 #include "Design.h"
 #include "Failure.h"
 #include "GerberSettings.h"
-#include "IdfBoard.h"
-#include "IdfOutput.h"
 #include "IdfUnits.h"
 #include "Printable.h"
 
@@ -22,18 +21,17 @@ void checkArguments(const Arguments &arguments) {
 
 int run(const Arguments &arguments) {
     checkArguments(arguments);
-    const IdfNames names = idfNames(arguments.value("--output"));
+    const std::string output = arguments.value("--output");
+    checkOutputName(output);
     Design design = readWholeDesign(arguments.operands(), designSettings(arguments));
     stopIfInterrupted();
     const std::string file = inQuotes(design.files.front());
     if (!design.hasBoard) throw DesignFailure(file + ": is a library; its board file is missing");
-    checkIdfNames(names, filesOf(design));
-    const IdfBoard result = makeIdfBoard(design.board(), idfUnits(arguments.value("--units")));
-    for (const std::string &notice : result.notices)
+    checkOutput(output, filesOf(design));
+    const WrittenBoard written = writeBoard(design.board(), output, idfUnits(arguments.value("--units")));
+    for (const std::string &notice : written.notices)
         design.warnings.push_back(file + ": " + notice);
-    stopIfInterrupted();
-    writeIdfPair(result.board, names);
-    print(idfSummary(result.board, names));
+    print(written.summary);
     printWarnings(design);
     return static_cast<int>(Status::Done);
 }
@@ -44,13 +42,14 @@ CommandDef convertCommand() {
     return {
         "convert",
         "FILE... -o OUT.emn",
-        "Writes a design as an IDF 3.0 pair",
-        "Reads a design and writes its board as IDF 3.0: a board file and, beside it, the library file\n"
-        "with the component shapes (.emn with .emp, .brd with .lib, .bdf with .ldf, .idf with .lib). Both\n"
-        "appear whole, or neither. Numbers have six significant digits. A warning for each kind tells\n"
-        "what IDF cannot hold.\n",
+        "Writes a design as IDF 3.0 or IDX",
+        "Reads a design and writes its board as an IDX document (.idx), or as IDF 3.0: a board file and,\n"
+        "beside it, the library file with the component shapes (.emn with .emp, .brd with .lib, .bdf with\n"
+        ".ldf, .idf with .lib). All appears whole, or not at all. Numbers of IDF have six significant\n"
+        "digits, and so have places in IDX. A warning for each kind tells what the files cannot hold.\n",
         withGerberOptions(
-            {{"--output", 'o', "OUT.emn", false, "The board file; the library file takes its name from it."},
+            {{"--output", 'o', "OUT.emn", false,
+              "The IDX document (.idx), or the IDF board file, from which the\nlibrary file takes its name."},
              {"--units", 0, "MM|THOU", false,
               "Converts all lengths to these units. Default: those of the design. Where a design\n"
               "names none, or unknown ones, its lengths are taken to be in these."}}),

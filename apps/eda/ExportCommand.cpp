@@ -1,6 +1,7 @@
-// eda export: the board of a model becomes a pair of IDF files.
+// eda export: the board of a model becomes an IDX document or a pair of IDF files.
 #include "Commands.h"
 
+#include "BoardOutput.h"
 #include "Console.h"
 #include "Entities.h"
 #include "export/EDAExporter.h"
@@ -9,8 +10,6 @@
 #include "host/EntityCore/EntityManager.h"
 #include "host/EntityCore/GeometryBuilder.h"
 #include "host/EntityModel/Types.h"
-#include "IdfBoard.h"
-#include "IdfOutput.h"
 #include "IdfUnits.h"
 #include "Printable.h"
 
@@ -63,21 +62,20 @@ void checkArguments(const Arguments &arguments) {
 
 int run(const Arguments &arguments) {
     checkArguments(arguments);
-    const IdfNames names = idfNames(arguments.value("--output"));
+    const std::string output = arguments.value("--output");
+    checkOutputName(output);
     const std::string &file = arguments.operands().front();
     const std::unique_ptr<Model> model = loadModel(file);
     Entity *const entity = findBoard(*model, file, arguments.value("--board"));
     stopIfInterrupted();
-    checkIdfNames(names, {file});
+    checkOutput(output, {file});
 
     const BuiltParts parts(*entity);
     EDA::EDABoard board;
     EDA::EDAExporter().exportBoard(entity, board, idfUnits(arguments.value("--units")));
-    const IdfBoard result = makeIdfBoard(board, std::string());
-    stopIfInterrupted();
-    writeIdfPair(result.board, names);
-    print(idfSummary(result.board, names));
-    for (const std::vector<std::string> &notices : {exportLosses(*entity), result.notices})
+    const WrittenBoard written = writeBoard(board, output, std::string());
+    print(written.summary);
+    for (const std::vector<std::string> &notices : {exportLosses(*entity), written.notices})
         for (const std::string &notice : notices)
             printWarning(inQuotes(file) + ": " + notice);
     return static_cast<int>(Status::Done);
@@ -86,18 +84,21 @@ int run(const Arguments &arguments) {
 } // namespace
 
 CommandDef exportCommand() {
-    return {"export",
-            "MODEL.json -o OUT.emn",
-            "Writes the board of a model as an IDF 3.0 pair",
-            "Takes the board of a saved model, with its cut-outs, components, keepouts and vias, and writes\n"
-            "it as IDF 3.0: a board file and, beside it, the library file with the component shapes (.emn\n"
-            "with .emp, .brd with .lib, .bdf with .ldf, .idf with .lib). Both appear whole, or neither. A\n"
-            "warning for each kind tells what the model has and the files cannot hold.\n",
-            {{"--output", 'o', "OUT.emn", false, "The board file; the library file takes its name from it."},
-             {"--board", 0, "DESIGNATOR", false, "Which board of the model, where it has several."},
-             {"--units", 0, "MM|THOU", false,
-              "The units of all lengths. Default: those of the stored preferences, else MM."}},
-            run};
+    return {
+        "export",
+        "MODEL.json -o OUT.emn",
+        "Writes the board of a model as IDF 3.0 or IDX",
+        "Takes the board of a saved model, with its cut-outs, components, keepouts and vias, and writes\n"
+        "it as an IDX document (.idx), or as IDF 3.0: a board file and, beside it, the library file with\n"
+        "the component shapes (.emn with .emp, .brd with .lib, .bdf with .ldf, .idf with .lib). All\n"
+        "appears whole, or not at all. A warning for each kind tells what the model has and the files\n"
+        "cannot hold.\n",
+        {{"--output", 'o', "OUT.emn", false,
+          "The IDX document (.idx), or the IDF board file, from which the\nlibrary file takes its name."},
+         {"--board", 0, "DESIGNATOR", false, "Which board of the model, where it has several."},
+         {"--units", 0, "MM|THOU", false,
+          "The units of all lengths. Default: those of the stored preferences, else MM."}},
+        run};
 }
 
 } // namespace EDATool

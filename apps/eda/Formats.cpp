@@ -13,7 +13,7 @@ namespace EDATool {
 
 namespace {
 
-bool looksLikeJson(std::string_view head) {
+bool looksLikeJson(const std::string &, std::string_view head) {
     const std::size_t start = head.find_first_not_of(" \t\r\n");
     return start != std::string_view::npos && head[start] == '{';
 }
@@ -22,7 +22,7 @@ bool looksLikeJson(std::string_view head) {
 const FormatDef *formatOf(const std::string &file) {
     const std::string head = readHead(file);
     for (const FormatDef &format : formats()) {
-        if (format.recognise(head)) return &format;
+        if (format.recognise(file, head)) return &format;
     }
     const std::string extension = lowerExtension(file);
     for (const FormatDef &format : formats()) {
@@ -104,6 +104,7 @@ const FormatDef &commonFormat(const std::vector<Candidate> &candidates) {
 
 const std::vector<FormatDef> &formats() {
     static const std::vector<FormatDef> table = {
+        {"IDX", {".idx"}, looksLikeIdx, readIdxDesign, makeIdxReader},
         {"IDF",
          {".emn", ".emp", ".brd", ".lib", ".bdf", ".ldf", ".idf"},
          looksLikeIdf,

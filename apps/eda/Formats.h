@@ -13,8 +13,8 @@ namespace EDATool {
 struct FormatDef {
     const char *name;                     // "IDF"; null in the row of model files, which hold no design
     std::vector<const char *> extensions; // lower case, with the dot
-    bool (*recognise)(
-        std::string_view head); // by the first bytes of a file, without byte order mark and NULs
+    // By the file itself, or by its first bytes without byte order mark and NULs.
+    bool (*recognise)(const std::string &file, std::string_view head);
     void (*read)(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
     std::unique_ptr<EDA::EDAReader> (
         *makeReader)();         // a reader with nothing read; null in the row of model files
@@ -30,13 +30,18 @@ const FormatDef &findFormat(const std::string &name);
 // The names of all formats of designs, for messages.
 std::string formatNames();
 
+// IDX: see IdxDesign.cpp.
+bool looksLikeIdx(const std::string &file, std::string_view head);
+void readIdxDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
+std::unique_ptr<EDA::EDAReader> makeIdxReader();
+
 // IDF: see IdfDesign.cpp.
-bool looksLikeIdf(std::string_view head);
+bool looksLikeIdf(const std::string &file, std::string_view head);
 void readIdfDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeIdfReader();
 
 // Gerber: see GerberDesign.cpp.
-bool looksLikeGerber(std::string_view head);
+bool looksLikeGerber(const std::string &file, std::string_view head);
 void readGerberDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeGerberReader();
 

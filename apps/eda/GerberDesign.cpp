@@ -148,7 +148,7 @@ private:
 
 } // namespace
 
-bool looksLikeGerber(std::string_view head) {
+bool looksLikeGerber(const std::string &, std::string_view head) {
     while (!head.empty()) {
         const std::size_t end = std::min(head.find_first_of("\r\n"), head.size());
         const Text line = EDA::trimmed(head.substr(0, end));

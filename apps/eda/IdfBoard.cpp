@@ -5,6 +5,7 @@
 #include "IdfNotices.h"
 #include "IdfText.h"
 #include "IdfUnits.h"
+#include "PlacementAngle.h"
 #include "Printable.h"
 #include "text/Text.h"
 
@@ -207,7 +208,7 @@ void IdfBoardMaker::addPlacement(const EDAComponentPlacement &placement) {
     result.setReferenceDesignator(text(placement.getReferenceDesignator()));
     result.setLocation(length(placement.getXLocation()), length(placement.getYLocation()));
     result.setOffset(length(placement.getOffset()));
-    result.setAngle(number(placement.getAngle(false)));
+    result.setAngle(number(angleWithoutOrientation(placement)));
     result.setBoardSide(placement.isOnBoardTop() ? "TOP" : "BOTTOM");
     const bool hasStatus = isWord(placement.getStatus());
     result.setStatus(hasStatus ? text(placement.getStatus()) : "PLACED");

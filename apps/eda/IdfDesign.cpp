@@ -55,7 +55,7 @@ void readMatchingLibrary(const std::string &boardFile, EDA::IDFReader &reader, D
 
 } // namespace
 
-bool looksLikeIdf(std::string_view head) {
+bool looksLikeIdf(const std::string &, std::string_view head) {
     constexpr std::string_view marks[] = {".HEADER", "IDF_Header"}; // versions 2 and 3, version 4
     for (std::size_t start = 0; start < head.size();) {
         const std::size_t end = std::min(head.find_first_of("\r\n", start), head.size());

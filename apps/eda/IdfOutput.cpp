@@ -69,8 +69,10 @@ bool isIdfBoardName(const std::string &file) { return findPair(file) != nullptr;
 IdfNames idfNames(const std::string &boardFile) {
     const ExtensionPair *pair = findPair(boardFile);
     if (pair == nullptr) {
-        throw UsageFailure("the output " + inQuotes(boardFile) +
-                           " must be an IDF board file: its name ends in .emn, .brd, .bdf or .idf");
+        throw UsageFailure(
+            "the output " + inQuotes(boardFile) +
+            " must be an IDX document, whose name ends in .idx, or an IDF board file: its name "
+            "ends in .emn, .brd, .bdf or .idf");
     }
     const std::string extension = FileSystem::Path::getExtension(boardFile, true);
     const bool isUpper = extension.find_first_of("abcdefghijklmnopqrstuvwxyz") == std::string::npos;

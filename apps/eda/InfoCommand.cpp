@@ -71,9 +71,10 @@ CommandDef infoCommand() {
         "Shows what is in a design or a model",
         "Reads a design, or a model that eda import saved, and prints what is in it. The files of a\n"
         "design belong together: an IDF board file finds its library file by itself (.emn with .emp,\n"
-        ".brd with .lib, .bdf with .ldf, .idf with .lib). A set of Gerber layers and drill files is given\n"
-        "whole, or as its folder: what is not copper is left out, and the table tells what each file was\n"
-        "taken for and why.\n",
+        ".brd with .lib, .bdf with .ldf, .idf with .lib). An IDX document is known by what is in it and is\n"
+        "a design of its own. A set of Gerber layers and drill files is given whole, or as its\n"
+        "folder: what is not copper is left out, and the table tells what each file was taken for and\n"
+        "why.\n",
         withGerberOptions({{"--json", 0, nullptr, false, "Prints one JSON object for programs."}}),
         run};
 }

@@ -111,6 +111,18 @@ bool isOuter(std::size_t index, std::size_t count) { return index == 0 || index 
 
 Side sideOfOuter(std::size_t index) { return index == 0 ? Side::Top : Side::Bottom; }
 
+// Routes segment by segment with round ends.
+void addTrace(const EDA::EDATrace &trace, BoardView &view) {
+    if (!trace.isDefinedAsRoute()) return view.copper.push_back(copperPath(trace.getOutline()));
+    const EDA::EDAOutline::PointList &points = trace.getOutline().getPoints(true);
+    for (std::size_t index = 1; index < points.size(); ++index) {
+        const Point from{points[index - 1].first, points[index - 1].second};
+        const Point to{points[index].first, points[index].second};
+        Path path = segmentPath(from, to, trace.getRouteWidth());
+        if (!path.empty()) view.copper.push_back(std::move(path));
+    }
+}
+
 void boundByCopper(BoardView &view) {
     if (!view.edgeBound.isEmpty()) return;
     for (const Path &path : view.copper)
@@ -149,11 +161,10 @@ BoardView viewOfLayer(const Design &design, const std::string &layer) {
     view.layer = shown.getName();
     view.copper.reserve(shown.numTraces());
     for (auto trace = shown.beginTraces(); trace != shown.endTraces(); ++trace)
-        view.copper.push_back(copperPath(trace->getOutline()));
+        addTrace(*trace, view);
     for (auto net = shown.beginNets(); net != shown.endNets(); ++net) {
-        for (auto trace = net->beginTraces(); trace != net->endTraces(); ++trace) {
-            if (!trace->isDefinedAsRoute()) view.copper.push_back(copperPath(trace->getOutline()));
-        }
+        for (auto trace = net->beginTraces(); trace != net->endTraces(); ++trace)
+            addTrace(*trace, view);
     }
     if (isOuter(index, layers.size())) showPartsOf(viewOfBoard(board, sideOfOuter(index)), view);
     boundByCopper(view);

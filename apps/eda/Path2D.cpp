@@ -81,6 +81,22 @@ Path circlePath(const Point &centre, double radius) {
             {PathStep::Kind::Close, start, {}, 0.0}};
 }
 
+Path segmentPath(const Point &from, const Point &to, double width) {
+    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    if (!std::isfinite(length) || !(width > 0.0) || !std::isfinite(width)) return Path();
+    if (length == 0.0) return circlePath(from, width / 2);
+    const double acrossX = (from.y - to.y) / length * width / 2;
+    const double acrossY = (to.x - from.x) / length * width / 2;
+    using Kind = PathStep::Kind;
+    const Point start{from.x - acrossX, from.y - acrossY};
+    return {{Kind::Move, start, {}, 0.0},
+            {Kind::Line, {to.x - acrossX, to.y - acrossY}, {}, 0.0},
+            {Kind::Arc, {to.x + acrossX, to.y + acrossY}, to, 180.0},
+            {Kind::Line, {from.x + acrossX, from.y + acrossY}, {}, 0.0},
+            {Kind::Arc, start, from, 180.0},
+            {Kind::Close, start, {}, 0.0}};
+}
+
 Path boxPath(const Box &box) {
     const PathStep::Kind line = PathStep::Kind::Line;
     return {{PathStep::Kind::Move, box.low, {}, 0.0},

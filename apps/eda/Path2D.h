@@ -56,6 +56,8 @@ struct Similarity {
 Similarity then(const Similarity &first, const Similarity &second);
 
 Path circlePath(const Point &centre, double radius);
+// A line with round ends; empty for a width that is not above 0.
+Path segmentPath(const Point &from, const Point &to, double width);
 Path boxPath(const Box &box);
 Path crossPath(const Point &centre, double halfSize);
 

@@ -25,6 +25,7 @@ bool IDXReader::readFile(const std::string &path) {
     tables_ = {};
     making_ = {};
     numTypedItems_ = 0;
+    passedOver_ = {};
     // The document stays until all is made: the parts then need not search for memory between what is left of
     // it.
     QDomDocument document("XML Document");

@@ -60,6 +60,14 @@ public:
     // that newer style may give their items no shape that this reader can resolve.
     std::size_t numTypedItems() const { return numTypedItems_; }
 
+    // What the last read passed over without a message.
+    struct PassedOver {
+        std::size_t keepIns = 0;       // instances of regions to keep in
+        std::size_t genericLayers = 0; // of this purpose, but not from the system that means its layers by it
+        std::size_t bareStrata = 0;    // strata without a technology, beside the board's
+    };
+    const PassedOver &passedOver() const { return passedOver_; }
+
 private:
     struct Transform {
         bool present = false;
@@ -252,6 +260,7 @@ private:
     Making making_;
     IDXReaderLimits limits_;
     std::size_t numTypedItems_ = 0;
+    PassedOver passedOver_;
 };
 
 } // namespace EDA

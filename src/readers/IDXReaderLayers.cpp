@@ -15,9 +15,15 @@ constexpr int noLayer = std::numeric_limits<int>::max();
 } // namespace
 
 void IDXReader::addLayer(const Shape &shape) {
-    if (shape.technology.isEmpty()) return;
+    if (shape.technology.isEmpty()) {
+        ++passedOver_.bareStrata;
+        return;
+    }
     const StratumTechnology &technology = lookUp(tables_.technologies, shape.technology);
-    if (technology.purpose == QLatin1String("GenericLayer") && !tables_.fromDesignForce) return;
+    if (technology.purpose == QLatin1String("GenericLayer") && !tables_.fromDesignForce) {
+        ++passedOver_.genericLayers;
+        return;
+    }
     const std::string name = (shape.name.isEmpty() ? technology.id : shape.name).toStdString();
     double low = 0.0, high = 0.0;
     const bool hasHeight = getZDimensions(shape, low, high);

@@ -58,7 +58,10 @@ void IDXReader::createPart(const ItemInstance &instance) {
     making_.usedShapes.insert(item.shape);
     for (const PartRule &rule : rules) {
         if (shape.kind != QLatin1String(rule.kind)) continue;
-        if (rule.create) (this->*rule.create)(instance, item, shape);
+        if (rule.create)
+            (this->*rule.create)(instance, item, shape);
+        else
+            ++passedOver_.keepIns;
         return;
     }
     reportKind(shape.kind);

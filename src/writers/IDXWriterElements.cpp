@@ -26,7 +26,8 @@ QString number(double value, int digits) {
     return QString::number(std::isfinite(value) ? value + 0.0 : 0.0, 'g', digits);
 }
 
-// A centre comes out of three points with an error in its last digits, which the origin would show.
+// A circle comes out of three points with an error in its last digits, which a centre at the origin would
+// show, and which would grow from one generation of a document to the next.
 double withoutError(double place, double diameter) {
     double const step = std::pow(10.0, std::floor(std::log10(diameter)) - 12.0);
     double const steps = std::round(place / step);
@@ -165,7 +166,8 @@ QString IDXWriter::addCurve(QDomElement &parent, QString const &name, EDAOutline
     double x = 0.0, y = 0.0, diameter = 0.0;
     bool const isCircle = fresh.isCylinder(x, y, diameter, circlePoints, circleTolerance) &&
                           std::isfinite(x) && std::isfinite(y) && std::isfinite(diameter);
-    return isCircle ? addCircle(parent, name, withoutError(x, diameter), withoutError(y, diameter), diameter)
+    return isCircle ? addCircle(parent, name, withoutError(x, diameter), withoutError(y, diameter),
+                                withoutError(diameter, diameter))
                     : addPolyLine(parent, name, fresh, outline.isClosed());
 }
 

@@ -164,14 +164,15 @@ TEST_F(IdfBoardTest, ComponentsOfOtherFormatsAreMended) {
                                             "1 component of another type becomes ELECTRICAL"));
 }
 
-TEST_F(IdfBoardTest, ThePlacementsAngleIsThatOfItsOrientation) {
+TEST_F(IdfBoardTest, APlacementStaysWhereItsOrientationPutIt) {
     EDAComponentPlacement placement;
     placement.setBoardSide("Bottom");
     placement.setStatus("PLACED");
     placement.setOrientation(0.0, -1.0, 1.0, 0.0);
     design.addComponentPlacement(placement);
     const IdfBoard result = made();
-    EXPECT_DOUBLE_EQ(result.board.beginPlacements()->getAngle(false), 90.0);
+    EXPECT_DOUBLE_EQ(result.board.beginPlacements()->getAngle(false), 270.0);
+    EXPECT_DOUBLE_EQ(result.board.beginPlacements()->getAngle(true), placement.getAngle(true));
     EXPECT_EQ(result.board.beginPlacements()->getBoardSide(), "BOTTOM");
 }
 

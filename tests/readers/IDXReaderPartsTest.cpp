@@ -241,6 +241,9 @@ TEST_F(IDXReaderTest, AKeepInLeavesNothing) {
     EXPECT_EQ(board().numKeepouts(), 0u);
     EXPECT_EQ(board().numComponents(), 0u);
     EXPECT_EQ(reader.getError(), "");
+    EXPECT_EQ(reader.passedOver().keepIns, 1u);
+    readWell(ell);
+    EXPECT_EQ(reader.passedOver().keepIns, 0u);
 }
 
 // Cut-outs.

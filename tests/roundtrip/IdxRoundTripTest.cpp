@@ -298,6 +298,18 @@ TEST_F(IdxRoundTrip, TheSecondAndTheThirdGenerationAreEqual) {
 
 // An orientation on the bottom is written by the angle that it is seen with: the part turns the other way in
 // each generation, and back in the next.
+TEST_F(IdxRoundTrip, CirclesDoNotDriftFromGenerationToGeneration) {
+    fillBoard();
+    board.getOutline().addInternalOutline(hole("23,15 27,15@180 23,15@180"));
+    addKeepout("ComponentPlacement", "ALL", outline("24.5,3 29.5,3@180 24.5,3@180"));
+    comesBack(comesBack(comesBack(comesBack(board))));
+    const std::string text = bytes(4);
+    EXPECT_NE(text.find("<property:Value>4</property:Value>"), std::string::npos);
+    EXPECT_NE(text.find("<property:Value>5</property:Value>"), std::string::npos);
+    EXPECT_EQ(text.find("99999"), std::string::npos);
+    EXPECT_EQ(text.find("00001"), std::string::npos);
+}
+
 TEST_F(IdxRoundTrip, APartOnTheBottomTurnsTheOtherWayInEachGeneration) {
     addPart("ELL", outline("0,0 4,0 4,1"), 2);
     place("ELL", "U1", 1, 2, 30, "BOTTOM");
