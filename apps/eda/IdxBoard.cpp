@@ -7,6 +7,7 @@
 #include "PlacementAngle.h"
 #include "Printable.h"
 #include "text/Text.h"
+#include "writers/IDXTextDetail.h"
 
 #include <algorithm>
 #include <cmath>
@@ -114,16 +115,14 @@ double IdxBoardMaker::number(double value) {
 }
 
 const std::string &IdxBoardMaker::text(const std::string &value) {
-    const bool isLossy = std::any_of(value.begin(), value.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
-    });
-    if (isLossy) notices_.add(IdxLoss::Characters);
+    if (idxText(value).toStdString() != value) notices_.add(IdxLoss::Characters);
     return value;
 }
 
 bool isArc(const OutlinePoint &point) { return point.centered || point.angle != 0.0; }
 
-// The points of one outline, without what lies inside. The writer keeps a circle that is one to it.
+// The points of one outline, as they are written, without what lies inside. The writer keeps a circle that is
+// one to it, which depends on the units.
 void IdxBoardMaker::countPoints(const EDAOutline &source) {
     std::size_t arcs = 0;
     for (auto point = source.beginPoints(); point != source.endPoints(); ++point) {
@@ -138,10 +137,11 @@ void IdxBoardMaker::countPoints(const EDAOutline &source) {
 }
 
 EDAOutline IdxBoardMaker::outline(const EDAOutline &source, double scale) {
-    countPoints(source);
-    for (auto inner = source.beginInternalOutlines(); inner != source.endInternalOutlines(); ++inner)
+    EDAOutline scaled = scale == 1.0 ? source : placedOutline(source, {scale, 0.0, 0.0});
+    countPoints(scaled);
+    for (auto inner = scaled.beginInternalOutlines(); inner != scaled.endInternalOutlines(); ++inner)
         countPoints(*inner);
-    return scale == 1.0 ? source : placedOutline(source, {scale, 0.0, 0.0});
+    return scaled;
 }
 
 bool isRounded(double value) { return parseDouble(shortNumber(value, 6), 0.0, 0.0) != value; }

@@ -13,6 +13,7 @@ namespace EDATool {
 namespace {
 
 constexpr std::size_t nameLimit = 100;
+constexpr std::size_t lineLimit = 300;
 
 std::string counted(std::size_t number, const std::string &one, const std::string &many) {
     return std::to_string(number) + ' ' + (number == 1 ? one : many);
@@ -44,8 +45,7 @@ public:
                             inQuotes(shortened(firstCurve_, nameLimit)) + (curves_ > 1 ? " and others" : "") +
                             "; outlines lack them");
         }
-        for (std::string &line : others_)
-            lines.push_back(std::move(line));
+        others_.moveTo(lines, "messages");
     }
 
 private:
@@ -57,7 +57,7 @@ private:
         } else if (startsWith(line, curve)) {
             if (curves_++ == 0) firstCurve_ = line.substr(curve.size());
         } else if (!line.empty()) {
-            others_.push_back(printable(line));
+            others_.add(shortened(line, lineLimit));
         }
     }
 
@@ -74,7 +74,7 @@ private:
     std::map<std::string, std::size_t> kinds_;
     std::size_t curves_ = 0;
     std::string firstCurve_;
-    std::vector<std::string> others_;
+    WarningList others_;
 };
 
 void addPassedOver(const EDA::IDXReader &reader, std::vector<std::string> &lines) {
@@ -125,7 +125,8 @@ void readIdxDesign(const std::vector<std::string> &files, const DesignSettings &
     auto reader = std::make_unique<EDA::IDXReader>();
     if (!reader->readFile(file)) {
         throw DesignFailure(inQuotes(file) + ": is no well-formed XML, or has more than " +
-                            std::to_string(EDA::IDXReaderLimits().xmlDepth) + " levels of elements");
+                            std::to_string(EDA::IDXReaderLimits().xml.depth) +
+                            " levels of elements, or entities, attributes or prefixes beyond every use");
     }
     for (const std::string &line : trouble(*reader))
         design.warnings.push_back(inQuotes(file) + ": " + line);

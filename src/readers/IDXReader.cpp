@@ -7,13 +7,15 @@
 #include "host/Profiling/ProfileSectionProxy.h"
 #include "readers/XmlDetail.h"
 
+#include <algorithm>
+
 namespace EDA {
 
 namespace {
 
-bool loadFile(const std::string &path, int maxDepth, QDomDocument &document) {
+bool loadFile(const std::string &path, const XmlLimits &limits, QDomDocument &document) {
     std::string text, reason;
-    return FileSystem::File::readAll(path, text, reason) && loadXml(text, maxDepth, document);
+    return FileSystem::File::readAll(path, text, reason) && loadXml(text, limits, document);
 }
 
 } // namespace
@@ -29,7 +31,7 @@ bool IDXReader::readFile(const std::string &path) {
     // The document stays until all is made: the parts then need not search for memory between what is left of
     // it.
     QDomDocument document("XML Document");
-    if (!loadFile(path, limits_.xmlDepth, document)) return false;
+    if (!loadFile(path, limits_.xml, document)) return false;
     fileType_.clear();
     version_.clear();
     parseXML(document.documentElement());
@@ -70,9 +72,9 @@ EntityModel::Entity *IDXReader::getOptions() {
                                                                  EntityModel::Name_t, "IDX", true, nullptr);
 }
 
-void IDXReader::reportKind(const QString &kind) { report("Unhandled Object Type " + kind.toStdString()); }
+void IDXReader::reportKind(const QString &kind) { report("Unhandled Object Type ", kind); }
 
-void IDXReader::reportCurve(const QString &id) { report("Failed to find curve element " + id.toStdString()); }
+void IDXReader::reportCurve(const QString &id) { report("Failed to find curve element ", id); }
 
 // Always told, however many messages there were.
 void IDXReader::reportLimit(std::size_t limit, const char *things) {
@@ -80,9 +82,17 @@ void IDXReader::reportLimit(std::size_t limit, const char *things) {
     ++making_.messages;
 }
 
-void IDXReader::report(const std::string &line) {
+// The first one without room ends them: a long name is not turned into text for each message that has it.
+void IDXReader::report(const char *text, const QString &name) {
     ++making_.messages;
-    if (making_.messages > limits_.messages || line.size() + error_.size() > limits_.messageBytes)
+    if (making_.messagesDropped > 0 || making_.messages > limits_.messages) {
+        ++making_.messagesDropped;
+        return;
+    }
+    std::string line = text + name.toStdString();
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    if (line.size() + error_.size() > limits_.messageBytes)
         ++making_.messagesDropped;
     else
         error_ += line + '\n';

@@ -4,17 +4,17 @@
 #include "readers/EDAReader.h"
 #include "readers/IDXReaderLimits.h"
 
-#include <QHash>
 #include <QMap>
-#include <QSet>
 #include <QString>
 #include <QVector>
 
 #include <cstddef>
+#include <cstring>
 #include <map>
+#include <set>
 #include <string>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 class QDomElement;
 
@@ -41,8 +41,8 @@ public:
     IDXReader() = default;
     explicit IDXReader(const IDXReaderLimits &limits) : limits_(limits) {}
 
-    // False, without a message, when the file is unreadable, larger than 1 GiB, not well-formed or deeper
-    // than the limit. Otherwise true, and the error text has a line, each with its line end, for
+    // False, without a message, when the file is unreadable, larger than 1 GiB, not well-formed or beyond a
+    // limit of the XML. Otherwise true, and the error text has a line, each with its line end, for
     //   "Unhandled Object Type KIND"            an instance of another kind, or a cut-out that is not round;
     //                                           without a kind where the item or its shape is not in the file
     //   "Failed to find curve element ID"       a curve that is not in the file, or that contains itself
@@ -53,7 +53,8 @@ public:
     // The "IDX" preferences.
     EntityModel::Entity *getOptions() override;
 
-    // True when the file's first element is that of an IDX document, whatever follows it.
+    // True when the file's first element is that of an IDX document, whatever follows it. It is looked for in
+    // the first 16 MiB.
     static bool isDocument(const std::string &path);
 
     // Number of items in the file last read that tell their kind by a "geometryType" attribute. Documents of
@@ -120,18 +121,28 @@ private:
         QMap<QString, QString> properties;
     };
 
+    // An order of ids that is quick to tell. No hash: whoever writes a document could choose ids that share
+    // one.
+    struct ShorterFirst {
+        bool operator()(const QString &a, const QString &b) const {
+            if (a.size() != b.size()) return a.size() < b.size();
+            return std::memcmp(a.constData(), b.constData(), sizeof(QChar) * std::size_t(a.size())) < 0;
+        }
+    };
+    template <typename Record> using Table = std::map<QString, Record, ShorterFirst>;
+
     // The elements of one document by their ids.
     struct Tables {
-        QHash<QString, std::pair<double, double>> points;
-        QHash<QString, PolyLine> polyLines;
-        QHash<QString, Arc> arcs;
-        QHash<QString, Circle> circles;
-        QHash<QString, CurveSet> curveSets;
-        QHash<QString, CompositeCurve> compositeCurves;
-        QHash<QString, ShapeElement> shapeElements;
-        QMap<QString, Shape> shapes; // sorted: layers without an instance come in this order
-        QHash<QString, StratumTechnology> technologies;
-        QHash<QString, Item> items;
+        Table<std::pair<double, double>> points;
+        Table<PolyLine> polyLines;
+        Table<Arc> arcs;
+        Table<Circle> circles;
+        Table<CurveSet> curveSets;
+        Table<CompositeCurve> compositeCurves;
+        Table<ShapeElement> shapeElements;
+        std::map<QString, Shape> shapes; // layers without an instance come in this order
+        Table<StratumTechnology> technologies;
+        Table<Item> items;
         QVector<ItemInstance> instances;
         bool fromDesignForce = false;
         bool fromExpedition = false;
@@ -149,9 +160,9 @@ private:
     // What lasts while the parts of one document are made.
     struct Making {
         bool boardTaken = false;
-        QSet<QString> usedShapes;
-        std::map<QString, MadeShape> madeShapes;
-        std::unordered_map<std::string, int> layersByName;
+        std::set<QString, ShorterFirst> usedShapes;
+        Table<MadeShape> madeShapes;
+        std::map<std::string, int> layersByName;
         std::map<double, int> layersByTop;
         std::vector<const QString *> curvePath; // composite curves around the one that is looked at
         std::size_t elementCurves = 0;
@@ -234,8 +245,13 @@ private:
     // Count towards a limit. False, once with a message, beyond it.
     bool takePoints(std::size_t count);
     bool takeOutlines(std::size_t count);
-    bool takeLookUp();
+    bool takeLookUps(std::size_t count);
+    bool takeLookUp(const QString &id);
+    bool takeLength(const QString &id); // of an id that the look-ups before do not count
     bool takeCurve(const QString &id);
+
+    // The shape element of an id; null beyond the limit.
+    const ShapeElement *takeElement(const QString &id);
 
     // A text of an element that any number of parts may share, as each of them keeps it; empty beyond the
     // limit.
@@ -244,14 +260,14 @@ private:
     void reportKind(const QString &kind);
     void reportCurve(const QString &id);
     void reportLimit(std::size_t limit, const char *things);
-    void report(const std::string &line);
+    void report(const char *text, const QString &name);
 
     // The record of an id, or an empty one.
-    template <typename Table>
-    static const typename Table::mapped_type &lookUp(const Table &table, const QString &id) {
-        static const typename Table::mapped_type empty{};
-        const auto found = table.constFind(id);
-        return found == table.constEnd() ? empty : *found;
+    template <typename Records>
+    static const typename Records::mapped_type &lookUp(const Records &records, const QString &id) {
+        static const typename Records::mapped_type empty{};
+        const auto found = records.find(id);
+        return found == records.end() ? empty : found->second;
     }
 
     QString fileType_;

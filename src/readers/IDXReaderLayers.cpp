@@ -19,6 +19,7 @@ void IDXReader::addLayer(const Shape &shape) {
         ++passedOver_.bareStrata;
         return;
     }
+    if (!takeLength(shape.technology) || !takeLength(shape.name)) return;
     const StratumTechnology &technology = lookUp(tables_.technologies, shape.technology);
     if (technology.purpose == QLatin1String("GenericLayer") && !tables_.fromDesignForce) {
         ++passedOver_.genericLayers;
@@ -29,8 +30,9 @@ void IDXReader::addLayer(const Shape &shape) {
     const bool hasHeight = getZDimensions(shape, low, high);
     const int layer = layerFor(name, hasHeight, low, high);
     for (const QString &id : shape.elements) {
-        if (!takeLookUp()) return;
-        addTrace(lookUp(tables_.shapeElements, id), layer);
+        const ShapeElement *const element = takeElement(id);
+        if (!element) return;
+        addTrace(*element, layer);
     }
 }
 

@@ -1,14 +1,15 @@
 // What one read of an IDX file takes in at most, far above any real design.
 #pragma once
 
+#include "readers/XmlLimits.h"
+
 #include <cstddef>
 
 namespace EDA {
 
 struct IDXReaderLimits {
-    // Levels of elements within elements. A deeper document counts as one that does not parse: the toolkit
-    // that takes a document down again does so by recursion.
-    int xmlDepth = 256;
+    // A document beyond any of these counts as one that does not parse.
+    XmlLimits xml;
 
     // Composite curves within composite curves. A curve that is nested deeper counts as not found.
     std::size_t curveDepth = 64;
@@ -18,9 +19,9 @@ struct IDXReaderLimits {
     std::size_t curvesPerElement = 1'000'000;
 
     // Per file, each with one line of error text, after which the rest is left out.
-    std::size_t points = 50'000'000;   // of outlines, an arc counting as the points that it is cut into
-    std::size_t outlines = 10'000'000; // traces and inner outlines
-    std::size_t lookUps = 20'000'000;  // of shape elements and curves
+    std::size_t points = 50'000'000;  // of outlines, an arc counting as the points that it is cut into
+    std::size_t outlines = 2'000'000; // traces and inner outlines
+    std::size_t lookUps = 20'000'000; // of shapes, shape elements and curves, long ids counting several times
 
     std::size_t textBytes = 256u << 20; // of names that many parts take from one element
 

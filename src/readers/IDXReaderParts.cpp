@@ -38,9 +38,8 @@ void IDXReader::createParts() {
         noteLayer(*layer, index++);
     for (const ItemInstance &instance : qAsConst(tables_.instances))
         createPart(instance);
-    for (auto shape = tables_.shapes.constBegin(); shape != tables_.shapes.constEnd(); ++shape)
-        if (shape->kind == QLatin1String("Stratum") && !making_.usedShapes.contains(shape.key()))
-            addLayer(*shape);
+    for (const auto &[id, shape] : tables_.shapes)
+        if (shape.kind == QLatin1String("Stratum") && making_.usedShapes.count(id) == 0) addLayer(shape);
 }
 
 void IDXReader::createPart(const ItemInstance &instance) {
@@ -54,6 +53,7 @@ void IDXReader::createPart(const ItemInstance &instance) {
         {"KeepIn", nullptr},
     };
     const Item &item = lookUp(tables_.items, instance.item);
+    if (!takeLength(item.shape)) return;
     const Shape &shape = lookUp(tables_.shapes, item.shape);
     making_.usedShapes.insert(item.shape);
     for (const PartRule &rule : rules) {
@@ -145,6 +145,7 @@ void IDXReader::createCutout(const ItemInstance &instance, const Item &, const S
     if (!getCircleShape(shape, circle, elementType)) return reportKind(shape.kind);
     const QMap<QString, QString> &properties = instance.properties;
     const Transform &transform = instance.transform;
+    if (!takeLength(circle.centre)) return;
     const std::pair<double, double> &centre = lookUp(tables_.points, circle.centre);
     const double x = transform.present ? transform.tx : numberOf(properties, "XLOC");
     const double y = transform.present ? transform.ty : numberOf(properties, "YLOC");

@@ -12,6 +12,9 @@ namespace {
 
 constexpr double smallest = 1e-9; // of a diameter, and of a height
 
+// A look-up goes through all of an id, so a long one costs more. An id of a real document counts once.
+constexpr int idLength = 64;
+
 double finiteOrZero(double value) { return std::isfinite(value) ? value : 0.0; }
 
 // How many points an edge becomes at the finest step of an outline; no arc becomes more than maxSteps.
@@ -38,8 +41,9 @@ template <typename Place> Geometry::Transform transformOf(const Place &place) {
 void IDXReader::generateOutline(EDAOutline &outline, const Shape &shape, double &width) {
     int index = 0;
     for (const QString &id : shape.elements) {
-        if (!takeLookUp()) return;
-        generateOutline(outline, lookUp(tables_.shapeElements, id), index++, width);
+        const ShapeElement *const element = takeElement(id);
+        if (!element) return;
+        generateOutline(outline, *element, index++, width);
     }
 }
 
@@ -74,10 +78,12 @@ void IDXReader::addCurve(const QString &id, EDAOutline &outline, const Geometry:
 
 bool IDXReader::processAsPolyline(const QString &id, EDAOutline &outline,
                                   const Geometry::Transform &transform, double &width) {
-    const auto polyLine = tables_.polyLines.constFind(id);
-    if (polyLine == tables_.polyLines.constEnd()) return false;
-    width = polyLine->thickness;
-    for (const QString &point : polyLine->points) {
+    const auto found = tables_.polyLines.find(id);
+    if (found == tables_.polyLines.end()) return false;
+    const PolyLine &polyLine = found->second;
+    width = polyLine.thickness;
+    for (const QString &point : polyLine.points) {
+        if (!takeLength(point)) return true;
         const auto &[x, y] = lookUp(tables_.points, point);
         addPoint(outline, transform, x, y, 0.0);
         if (making_.pointsDropped) return true;
@@ -87,22 +93,25 @@ bool IDXReader::processAsPolyline(const QString &id, EDAOutline &outline,
 
 // A mirror leaves the angle as it is: this is intended.
 bool IDXReader::processAsArc(const QString &id, EDAOutline &outline, const Geometry::Transform &transform) {
-    const auto arc = tables_.arcs.constFind(id);
-    if (arc == tables_.arcs.constEnd()) return false;
-    const std::pair<double, double> &start = lookUp(tables_.points, arc->start);
-    const std::pair<double, double> &end = lookUp(tables_.points, arc->end);
+    const auto found = tables_.arcs.find(id);
+    if (found == tables_.arcs.end()) return false;
+    const Arc &arc = found->second;
+    if (!takeLength(arc.start) || !takeLength(arc.end)) return true;
+    const std::pair<double, double> &start = lookUp(tables_.points, arc.start);
+    const std::pair<double, double> &end = lookUp(tables_.points, arc.end);
     addPoint(outline, transform, start.first, start.second, 0.0);
-    addPoint(outline, transform, end.first, end.second, arc->angle);
+    addPoint(outline, transform, end.first, end.second, arc.angle);
     return true;
 }
 
 bool IDXReader::processAsCircle(const QString &id, EDAOutline &outline,
                                 const Geometry::Transform &transform) {
-    const auto circle = tables_.circles.constFind(id);
-    if (circle == tables_.circles.constEnd()) return false;
-    if (!(circle->diameter > smallest)) return true;
-    const auto &[x, y] = lookUp(tables_.points, circle->centre);
-    const double radius = 0.5 * circle->diameter;
+    const auto found = tables_.circles.find(id);
+    if (found == tables_.circles.end()) return false;
+    const Circle &circle = found->second;
+    if (!(circle.diameter > smallest) || !takeLength(circle.centre)) return true;
+    const auto &[x, y] = lookUp(tables_.points, circle.centre);
+    const double radius = 0.5 * circle.diameter;
     addPoint(outline, transform, x - radius, y, 0.0);
     addPoint(outline, transform, x + radius, y, 180.0);
     addPoint(outline, transform, x - radius, y, 180.0);
@@ -112,13 +121,13 @@ bool IDXReader::processAsCircle(const QString &id, EDAOutline &outline,
 // A curve that is already on the way to here, or lies too deep, counts as not found.
 bool IDXReader::processAsCompositeCurve(const QString &id, EDAOutline &outline,
                                         const Geometry::Transform &transform, double &width) {
-    const auto composite = tables_.compositeCurves.constFind(id);
-    if (composite == tables_.compositeCurves.constEnd()) return false;
+    const auto composite = tables_.compositeCurves.find(id);
+    if (composite == tables_.compositeCurves.end()) return false;
     std::vector<const QString *> &path = making_.curvePath;
     const bool isInside = std::any_of(path.begin(), path.end(), [&](const QString *on) { return *on == id; });
     if (isInside || path.size() >= limits_.curveDepth) return false;
     path.push_back(&id);
-    for (const QString &curve : composite->curves)
+    for (const QString &curve : composite->second.curves)
         addCurve(curve, outline, transform, width);
     path.pop_back();
     return true;
@@ -136,8 +145,9 @@ void IDXReader::addPoint(EDAOutline &outline, const Geometry::Transform &transfo
 bool IDXReader::getZDimensions(const Shape &shape, double &low, double &high) {
     low = high = 0.0;
     for (const QString &id : shape.elements) {
-        if (!takeLookUp()) return false;
-        if (getZDimensions(lookUp(tables_.shapeElements, id), low, high)) return true;
+        const ShapeElement *const element = takeElement(id);
+        if (!element) return false;
+        if (getZDimensions(*element, low, high)) return true;
     }
     return false;
 }
@@ -151,21 +161,21 @@ bool IDXReader::getZDimensions(const ShapeElement &element, double &low, double 
 
 QString IDXReader::getShapeElementType(const Shape &shape) {
     for (const QString &id : shape.elements) {
-        if (!takeLookUp()) break;
-        const ShapeElement &element = lookUp(tables_.shapeElements, id);
-        if (!element.type.isEmpty()) return element.type;
+        const ShapeElement *const element = takeElement(id);
+        if (!element) break;
+        if (!element->type.isEmpty()) return element->type;
     }
     return QString();
 }
 
 bool IDXReader::getCircleShape(const Shape &shape, Circle &circle, QString &elementType) {
     for (const QString &id : shape.elements) {
-        if (!takeLookUp()) return false;
-        const ShapeElement &element = lookUp(tables_.shapeElements, id);
-        const Circle *found = findCircle(lookUp(tables_.curveSets, element.definingShape));
+        const ShapeElement *const element = takeElement(id);
+        if (!element) return false;
+        const Circle *found = findCircle(lookUp(tables_.curveSets, element->definingShape));
         if (!found) continue;
         circle = *found;
-        elementType = element.type;
+        elementType = element->type;
         return true;
     }
     return false;
@@ -173,9 +183,9 @@ bool IDXReader::getCircleShape(const Shape &shape, Circle &circle, QString &elem
 
 const IDXReader::Circle *IDXReader::findCircle(const CurveSet &curves) {
     for (const QString &id : curves.curves) {
-        if (!takeLookUp()) return nullptr;
-        const auto circle = tables_.circles.constFind(id);
-        if (circle != tables_.circles.constEnd()) return &*circle;
+        if (!takeLookUp(id)) return nullptr;
+        const auto circle = tables_.circles.find(id);
+        if (circle != tables_.circles.end()) return &circle->second;
     }
     return nullptr;
 }
@@ -202,16 +212,34 @@ bool IDXReader::takeOutlines(std::size_t count) {
     return true;
 }
 
-bool IDXReader::takeLookUp() {
+bool IDXReader::takeLookUp(const QString &id) {
+    return takeLookUps(1u + static_cast<std::size_t>(id.size() / idLength));
+}
+
+bool IDXReader::takeLength(const QString &id) {
+    return takeLookUps(static_cast<std::size_t>(id.size() / idLength));
+}
+
+bool IDXReader::takeLookUps(std::size_t count) {
+    if (count == 0) return true;
     if (making_.lookUpsDropped) return false;
-    if (making_.lookUps++ < limits_.lookUps) return true;
+    if (count <= limits_.lookUps - making_.lookUps) {
+        making_.lookUps += count;
+        return true;
+    }
     making_.lookUpsDropped = true;
     reportLimit(limits_.lookUps, "references between shapes and curves");
     return false;
 }
 
+const IDXReader::ShapeElement *IDXReader::takeElement(const QString &id) {
+    if (!takeLookUp(id)) return nullptr;
+    const ShapeElement &element = lookUp(tables_.shapeElements, id);
+    return takeLength(element.definingShape) ? &element : nullptr;
+}
+
 bool IDXReader::takeCurve(const QString &id) {
-    if (++making_.elementCurves <= limits_.curvesPerElement) return takeLookUp();
+    if (++making_.elementCurves <= limits_.curvesPerElement) return takeLookUp(id);
     if (making_.elementCurves == limits_.curvesPerElement + 1) reportCurve(id);
     return false;
 }

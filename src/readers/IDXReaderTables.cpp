@@ -4,6 +4,7 @@
 #include "readers/XmlDetail.h"
 
 #include <cmath>
+#include <utility>
 
 namespace EDA {
 
@@ -64,7 +65,7 @@ bool IDXReader::parseDefinition(const QDomElement &element, const QString &tag) 
          [](Self self, From from) {
              std::pair<double, double> point;
              getPoint(from, point.first, point.second);
-             self.tables_.points.insert(idOf(from), point);
+             self.tables_.points[idOf(from)] = point;
          }},
         {"PolyLine",
          [](Self self, From from) { getPolyLine(from, self.tables_.polyLines[idOf(from)] = {}); }},
@@ -110,7 +111,7 @@ bool IDXReader::parseShape(const QDomElement &element, const QString &tag) {
         if (!kind.isNull()) shape.kind = kind.text();
         if (rule.purposeTag) shape.purpose = childText(element, QLatin1String(rule.purposeTag));
         getShape(element, shape);
-        tables_.shapes.insert(idOf(element), shape);
+        tables_.shapes[idOf(element)] = std::move(shape);
         return true;
     }
     return false;

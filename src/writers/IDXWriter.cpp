@@ -209,9 +209,10 @@ void IDXWriter::addKeepOut(QDomElement &body, EDAKeepout const &keepout, EDABoar
 void IDXWriter::addVia(QDomElement &body, EDAVia const &via, EDABoard const &board) {
     QString const base = numberedId("VIA_", board.beginVias(), via);
     QString const name = base + QLatin1String("_OUTLINE"), shapeId = base + QLatin1String("_VIA");
-    EDAOutline const &outline = via.getOutline();
+    EDAOutline outline; // in the default steps, as of other outlines
+    outline.resetOutline(via.getOutline(), false);
     QString const curve = outline.empty() ? addCircle(body, name, 0.0, 0.0, via.getDiameter())
-                                          : addPolyLine(body, name, outline, outline.isClosed());
+                                          : addPolyLine(body, name, outline, via.getOutline().isClosed());
     QString const element =
         addShapeElementOf(body, name, QStringLiteral("ViaTerminal"), curve, board.getThickness(), false);
     QDomElement shape = addIdentified(body, "foundation:InterStratumFeature", shapeId);

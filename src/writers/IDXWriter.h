@@ -26,10 +26,9 @@ namespace EDA {
 //   wants them makes vias of their own first.
 // - A placement without a component is left out, and so are layers, bumps, wirebonds, route and placement
 //   outlines, cut-outs of anything but the board, mounting offsets, statuses, and the type of a component.
-// - A placement on the bottom that has an orientation is written by the angle that it reads as there, which
-// is
-//   not the angle of one without: each generation of such documents turns it the other way.
-// - Characters that no XML document may hold are dropped from texts.
+// - A placement on the bottom that has an orientation is written by the angle that it reads as there, and not
+//   by the one that it would have without: each generation of such documents turns it the other way.
+// - Characters that no XML document may hold are dropped from texts. A text of blanks alone reads as empty.
 class IDXWriter {
 public:
     IDXWriter();

@@ -11,7 +11,8 @@ namespace EDA {
 
 namespace {
 
-// Fewer points are no circle, at a tolerance that goes with the radius.
+// Fewer points are no circle. A point may be half the tolerance away from the circle, in lengths of the
+// board: the same outline can be a circle in one unit and none in another.
 constexpr int circlePoints = 12;
 constexpr double circleTolerance = 1e-4;
 

@@ -211,6 +211,14 @@ TEST_F(IdxBoardTest, ArcsAreToldButNotCircles) {
     EXPECT_THAT(made().notices, ElementsAre("2 arcs become straight edges"));
 }
 
+// The writer's tolerance is a length.
+TEST_F(IdxBoardTest, WhetherACircleStaysOneGoesByTheUnitsThatAreWritten) {
+    design.setUnits("in");
+    design.getOutline() = test::outline("20,20 24,20@180 20,20@179.999");
+    EXPECT_THAT(made().notices, IsEmpty());
+    EXPECT_THAT(made("THOU").notices, ElementsAre("2 arcs become straight edges"));
+}
+
 TEST_F(IdxBoardTest, CutOutsWithinCutOutsAreTold) {
     EDAOutline cutOut = test::hole("1,1 9,1 9,9 1,1");
     cutOut.addInternalOutline(test::hole("4,2 5,2 5,3 4,2"));
@@ -241,8 +249,14 @@ TEST_F(IdxBoardTest, CharactersThatXmlDoesNotAllowAreTold) {
     design.setName("a\x01"
                    "b");
     EXPECT_THAT(made().notices, ElementsAre("1 text loses characters that XML does not allow"));
-    design.setName("a\tb<&>\xC3\xA9");
-    EXPECT_THAT(made().notices, IsEmpty());
+    for (const char *name : {"a\tb<&>\xC3\xA9", "a\n", "\xF0\x9F\x98\x80"}) {
+        design.setName(name);
+        EXPECT_THAT(made().notices, IsEmpty());
+    }
+    for (const char *name : {"a\xEF\xBF\xBE", "a\xEF\xBF\xBF", "a\xFF", "a\xC3"}) {
+        design.setName(name);
+        EXPECT_THAT(made().notices, ElementsAre("1 text loses characters that XML does not allow"));
+    }
 }
 
 // Units.

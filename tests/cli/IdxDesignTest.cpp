@@ -149,6 +149,15 @@ TEST_F(ToolIdx, MissingCurvesAreToldOnce) {
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
 }
 
+TEST_F(ToolIdx, LineBreaksInNamesMakeNoWarnings) {
+    using namespace IDXTest;
+    const std::string kind = "Odd&#10;one&#10;two&#13;three";
+    const ToolResult result = infoOfBody(
+        edge() + part("F", "InterStratumFeature", {}, "", element("InterStratumFeatureType", kind)));
+    EXPECT_THAT(result.err, HasSubstr("1 instance of the kind 'Odd one two three' is left out\n"));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+}
+
 TEST_F(ToolIdx, NamesInWarningsCannotSteerATerminal) {
     using namespace IDXTest;
     const ToolResult result = infoOfBody(edge() + curveSet("S", {"A\xC2\x9B\x42"}) + shapeElement("E", "S") +

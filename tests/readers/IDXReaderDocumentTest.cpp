@@ -212,6 +212,18 @@ TEST_F(IDXReaderTest, AReferenceInAShapeIsNoDefinition) {
     EXPECT_EQ(component().getOutline().numPoints(), 3u);
 }
 
+TEST_F(IDXReaderTest, IdsAreToldApartByEachOfTheirCharacters) {
+    const std::vector<std::string> ids = {"A", "B", "AA", "AB", "\xC3\xA4", "\xC3\xB6", " A"};
+    std::string points;
+    double x = 0.0;
+    for (const std::string &id : ids)
+        points += point(id, ++x, 0);
+    readWell(points + withId("PolyLine", "L", references("Point", ids)) + curveSet("C", {"L"}) +
+             shapeElement("E", "C") + part("P", "AssemblyComponent", {"E"}));
+    EXPECT_THAT(stored(component().getOutline()),
+                ElementsAre(At(1, 0), At(2, 0), At(3, 0), At(4, 0), At(5, 0), At(6, 0), At(7, 0)));
+}
+
 TEST_F(IDXReaderTest, AnElementWithoutIdHasTheEmptyId) {
     readWell(element("PolyLine", element("Point", "A") + element("Point", "B")) + point("A", 1, 2) +
              point("B", 3, 4) + curveSet("C", {""}) + shapeElement("E", "C") +

@@ -116,8 +116,79 @@ TEST_F(IDXLimits, MessagesBeyondTheLimitAreCounted) {
               "Unhandled Object Type \nUnhandled Object Type \nThere were 5 further messages.\n");
 }
 
+TEST_F(IDXLimits, TheFirstMessageWithoutRoomEndsThem) {
+    limits.messageBytes = 100;
+    const auto ofKind = [](const std::string &name, const std::string &kind) {
+        return part(name, "InterStratumFeature", {}, "", element("InterStratumFeatureType", kind));
+    };
+    EXPECT_TRUE(read(ofKind("A", "Short") + ofKind("B", std::string(200, 'k')) + ofKind("C", "Short")));
+    EXPECT_EQ(reader.getError(), "Unhandled Object Type Short\nThere were 2 further messages.\n");
+}
+
+TEST_F(IDXLimits, AMessageIsOneLineWhateverTheNameHolds) {
+    limits.messages = 3;
+    const std::string lines = "Odd&#10;&#10;Kind&#13;X";
+    EXPECT_TRUE(read(shape("InterStratumFeature", "S", {}, element("InterStratumFeatureType", lines)) +
+                     item("I", "S") + instances("I", 1) + curveSet("C", {"A&#10;B"}) +
+                     shapeElement("E", "C") + part("P", "KeepOut", {"E"})));
+    EXPECT_EQ(reader.getError(), "Unhandled Object Type Odd  Kind X\nFailed to find curve element A B\n");
+}
+
+TEST_F(IDXLimits, TracesAtTheLimitStayBelowAGibibyte) {
+    EXPECT_LT(limits.outlines * sizeof(EDA::EDATrace), std::size_t{1} << 30);
+}
+
+// Long ids, at a hundred look-ups each.
+
+const std::string longId(6'400, 'i');
+
+TEST_F(IDXLimits, LongIdsOfShapesCountMore) {
+    limits.lookUps = 1'000;
+    EXPECT_TRUE(read(polygon("E", "0,0 4,0 4,1") + shape("KeepOut", longId, {"E"}) + item("I", longId) +
+                     instances("I", 20)));
+    EXPECT_EQ(reader.getError(),
+              "More than 1000 references between shapes and curves: the others are left out.\n");
+    EXPECT_LT(reader.getBoard().numKeepouts(), 11u);
+}
+
+TEST_F(IDXLimits, LongIdsOfPointsCountMore) {
+    limits.lookUps = 1'000;
+    const std::string curves[] = {
+        withId("PolyLine", "L", element("Point", longId)), withId("Arc", "L", element("EndPoint", longId)),
+        withId("CircleCenter", "L", element("Center", longId) + value("Diameter", "1")),
+        withId("CompositeCurve", "L", element("Curve", longId)) + circle(longId, 0, 0, 1)};
+    for (const std::string &curve : curves) {
+        EXPECT_TRUE(read(curve + curveSet("C", {"L"}) + shapeElement("E", "C") +
+                         shape("KeepOut", "S", {"E"}) + item("I", "S") + instances("I", 20)));
+        EXPECT_EQ(reader.getError(),
+                  "More than 1000 references between shapes and curves: the others are left out.\n");
+    }
+}
+
+TEST_F(IDXLimits, LongIdsOfElementsAndCurveSetsCountMore) {
+    limits.lookUps = 1'000;
+    const std::pair<std::string, std::string> pairs[] = {{longId, "C"}, {"E", longId}};
+    for (const auto &[elementId, setId] : pairs) {
+        EXPECT_TRUE(read(circle("L", 0, 0, 1) + curveSet(setId, {"L"}) + shapeElement(elementId, setId) +
+                         shape("KeepOut", "S", {elementId}) + item("I", "S") + instances("I", 20)));
+        EXPECT_EQ(reader.getError(),
+                  "More than 1000 references between shapes and curves: the others are left out.\n");
+    }
+}
+
+TEST_F(IDXLimits, LongNamesOfLayersCountMore) {
+    limits.lookUps = 1'000;
+    for (const std::string &more : {element("StratumTechnology", longId),
+                                    element("StratumTechnology", "T") + element("Name", longId)}) {
+        EXPECT_TRUE(read(polygon("B", "0,0 4,0 4,1") + part("BOARD", "Stratum", {"B"}) +
+                         shape("Stratum", "S", {}, more) + item("I", "S") + instances("I", 20)));
+        EXPECT_EQ(reader.getError(),
+                  "More than 1000 references between shapes and curves: the others are left out.\n");
+    }
+}
+
 TEST_F(IDXLimits, ADepthOfItsOwn) {
-    limits.xmlDepth = 3;
+    limits.xml.depth = 3;
     EXPECT_FALSE(read(element("A", element("B", ""))));
     EXPECT_TRUE(read(element("A", "")));
 }

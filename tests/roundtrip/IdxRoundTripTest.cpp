@@ -1,5 +1,4 @@
-// Boards that go out as IDX documents and come back: what stays, what is lost, and that later generations
-// agree.
+// Boards that go out as IDX documents and come back: what stays, what is lost, and that generations agree.
 #include "readers/IDFReader.h"
 #include "readers/IDXReader.h"
 #include "support/Outlines.h"
@@ -285,6 +284,13 @@ TEST_F(IdxRoundTrip, LostLayersAndInnerOutlinesOfParts) {
     const EDABoard back = comesBack(board);
     EXPECT_EQ(back.numLayers(), 0u);
     EXPECT_EQ(back.beginComponents()->getOutline().numInternalOutlines(), 0);
+}
+
+TEST_F(IdxRoundTrip, LostTextsOfBlanksAreEmpty) {
+    board.setName("  ");
+    EXPECT_EQ(comesBack(board).getName(), "");
+    board.setName(" a ");
+    EXPECT_EQ(comesBack(board).getName(), " a ");
 }
 
 // Generations.

@@ -327,6 +327,15 @@ TEST_F(IDXWriterTest, AShapedViaIsAPolyline) {
     EXPECT_THAT(elementWithId("VIA_1_VIA"), HasSubstr(">Cutout<"));
 }
 
+TEST_F(IDXWriterTest, AShapedViaHasTheDefaultStepsWhateverItsModelWas) {
+    EDAVia via;
+    via.getOutline() = outline("0,0 4,0 4,4@90 0,4");
+    board.addVia(via, false);
+    const std::string before = elementWithId("VIA_1_OUTLINE_POLYLINE");
+    board.beginVias()->getOutline().setModelDimension(4000); // as an import would
+    EXPECT_EQ(elementWithId("VIA_1_OUTLINE_POLYLINE"), before);
+}
+
 // Ids.
 
 TEST_F(IDXWriterTest, NoIdComesTwiceWhateverTheNames) {
