@@ -1,5 +1,6 @@
 // Real IDX documents against facts that another program counted in their text, and the format's own schema.
 #include "readers/IDXReader.h"
+#include "support/Patterns.h"
 #include "support/TempFolder.h"
 #include "writers/IDXWriter.h"
 
@@ -12,7 +13,6 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <regex>
 #include <set>
 
 namespace {
@@ -125,24 +125,22 @@ TEST(IDXSchema, AWrittenDocumentDiffersFromTheLaterSchemaInKnownPlacesAlone) {
         GTEST_SKIP() << "no schema or no program that checks documents here";
     const TestSupport::TempFolder folder;
     ASSERT_TRUE(IDXWriter().writeFile(folder.path("out.idx"), boardOfAllKinds()));
-    std::string text = std::regex_replace(folder.read("out.idx"), std::regex("edmd/2\\.0/"), "edmd/4.0/");
+    std::string text = EDA::test::replaced(folder.read("out.idx"), "edmd/2\\.0/", "edmd/4.0/");
     const auto elementsWithErrors = [&] {
         folder.write("later.idx", text);
         const std::string check = "xmllint --nonet --noout --schema '" + schema + "' '" +
                                   folder.path("later.idx") + "' 2>'" + folder.path("errors") + "'";
         EXPECT_NE(std::system(check.c_str()), 0);
         const std::string errors = folder.read("errors");
-        const std::regex named(": element ([A-Za-z0-9]+): Schemas validity error");
-        std::set<std::string> names;
-        for (std::sregex_iterator at(errors.begin(), errors.end(), named), end; at != end; ++at)
-            names.insert((*at)[1]);
-        return names;
+        const std::vector<std::string> names =
+            EDA::test::allMatches(errors, ": element ([A-Za-z0-9]+): Schemas validity error");
+        return std::set<std::string>(names.begin(), names.end());
     };
     // The process instruction comes last there, and the check looks no further.
     EXPECT_EQ(elementsWithErrors(), std::set<std::string>{"ProcessInstruction"});
-    std::smatch instruction;
-    ASSERT_TRUE(std::regex_search(text, instruction, std::regex("<foundation:ProcessInstruction[^>]*/>")));
-    const std::string moved = instruction.str();
+    const auto instructions = EDA::test::allMatches(text, "<foundation:ProcessInstruction[^>]*/>");
+    ASSERT_EQ(instructions.size(), 1U);
+    const std::string moved = instructions.front();
     text.erase(text.find(moved), moved.size());
     text.insert(text.find("</foundation:EDMDDataSet>"), moved);
     EXPECT_EQ(elementsWithErrors(), (std::set<std::string>{"CreatorSystem", "ExternalSource", "UserProperty",

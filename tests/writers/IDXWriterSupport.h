@@ -2,12 +2,12 @@
 #pragma once
 
 #include "support/Outlines.h"
+#include "support/Patterns.h"
 #include "support/TempFolder.h"
 #include "writers/IDXWriter.h"
 
 #include <gmock/gmock.h>
 
-#include <regex>
 #include <string>
 
 namespace IDXTest {
@@ -21,7 +21,7 @@ protected:
     }
     // The body without line ends, indents and line-end-free blanks between elements.
     std::string body() {
-        const std::string text = std::regex_replace(written(), std::regex(">\\s+<"), "><");
+        const std::string text = EDA::test::replaced(written(), ">\\s+<", "><");
         const std::size_t begin = text.find("<foundation:Body>"), end = text.find("</foundation:Body>");
         return begin == std::string::npos || end == std::string::npos ? "<missing>"
                                                                       : text.substr(begin, end - begin);

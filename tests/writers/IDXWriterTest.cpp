@@ -70,7 +70,7 @@ TEST_F(IDXWriterTest, TheFrameIsAsExpected) {
     EXPECT_THAT(text, HasSubstr(" xmlns:idx=\"" + host + "/edmd/1.0/idx\""));
     EXPECT_THAT(text, HasSubstr(" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\""));
     EXPECT_THAT(text, HasSubstr(" xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\""));
-    const std::string flat = std::regex_replace(text, std::regex(">\\s+<"), "><");
+    const std::string flat = EDA::test::replaced(text, ">\\s+<", "><");
     EXPECT_THAT(
         flat,
         HasSubstr("><foundation:ProcessInstruction "
@@ -354,9 +354,8 @@ TEST_F(IDXWriterTest, NoIdComesTwiceWhateverTheNames) {
     }
     const std::string text = body();
     std::map<std::string, int> ids;
-    const std::regex id(" id=\"([^\"]*)\"");
-    for (std::sregex_iterator at(text.begin(), text.end(), id), end; at != end; ++at)
-        ++ids[(*at)[1]];
+    for (const std::string &id : EDA::test::allMatches(text, " id=\"([^\"]*)\""))
+        ++ids[id];
     EXPECT_GT(ids.size(), 90u);
     for (const auto &[name, count] : ids)
         EXPECT_EQ(count, 1) << name;
