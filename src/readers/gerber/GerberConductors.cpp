@@ -103,7 +103,7 @@ void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
     if (limitReached_ || !takePoints(countPoints(outline))) return;
     outline.setModelDimension(board_.getModelDimension());
     if (!isFinite(outline)) {
-        tellOnce(infinityTold_, "Objects with coordinates beyond all numbers are left out.");
+        tellOnce(infinityTold_, infinityText);
         return;
     }
     if (!state_.darkPolarity) {

@@ -62,9 +62,12 @@ void GerberReader::addVia(Statement statement) {
 
 // Holes of one size and span are one definition, over all files.
 void GerberReader::addViaAt(double x, double y) {
-    if (!std::isfinite(x) || !std::isfinite(y) || ++numHoles_ > limits_.objects) {
-        tellOnce(limitReached_, "Holes beyond all numbers, or more than " + std::to_string(limits_.objects) +
-                                    ", are left out.");
+    if (!std::isfinite(x) || !std::isfinite(y)) {
+        tellOnce(infinityTold_, infinityText);
+        return;
+    }
+    if (++numHoles_ > limits_.objects) {
+        tellOnce(holeLimitTold_, "Holes beyond " + std::to_string(limits_.objects) + " are left out.");
         return;
     }
     EDAVia via;

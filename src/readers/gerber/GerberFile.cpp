@@ -109,16 +109,14 @@ void GerberReader::readStatements(std::string text, Tools::ToolProgress *progres
     }
 }
 
-// The end of the program is not the end of the reading: what follows it is obeyed, as it always was.
 void GerberReader::handleText(Statement text) {
-    bool endOfProgram = false;
     if (state_.drillMode) {
-        handleStatement(trimmed(text), endOfProgram);
+        handleStatement(trimmed(text));
         return;
     }
     GerberStatements statements(text);
     for (Statement statement; statements.next(statement);)
-        handleStatement(statement, endOfProgram);
+        handleStatement(statement);
 }
 
 void GerberReader::addLayer(const std::string &path, Tools::ToolProgress *progress) {

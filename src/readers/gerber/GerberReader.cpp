@@ -166,6 +166,7 @@ void GerberReader::resetParser() {
     numObjects_ = 0;
     limitReached_ = false;
     infinityTold_ = false;
+    holeLimitTold_ = false;
     clearLimitTold_ = false;
     macroWork_ = WorkBudget(limits_.macroWork);
 }

@@ -154,7 +154,7 @@ private:
     void finishMessages();
 
     // Statements (GerberStatements.cpp, GerberAttributes.cpp).
-    void handleStatement(Statement statement, bool &endOfProgram);
+    void handleStatement(Statement statement);
     void interpolate(Interpolation interpolation, Statement statement);
     void drawPlain(Statement statement);
     void repeatLastOperation(Statement statement);
@@ -201,6 +201,7 @@ private:
     bool takePoints(std::size_t count); // false, with a word, beyond the limit
     void tellLimit();
     void tellOnce(bool &told, const std::string &text);
+    static constexpr const char *infinityText = "Objects with coordinates beyond all numbers are left out.";
 
     // Drills (GerberDrill.cpp).
     void setDrillTool(Statement statement);
@@ -236,6 +237,7 @@ private:
     std::size_t numHoles_ = 0;   // drilled by this reader
     bool limitReached_ = false;
     bool infinityTold_ = false;
+    bool holeLimitTold_ = false;
     bool clearLimitTold_ = false;
 };
 

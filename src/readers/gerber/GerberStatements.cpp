@@ -10,7 +10,7 @@ namespace EDA {
 struct GerberReader::Rule {
     enum class When { Always, InDrillMode, OutsideDrillMode };
     enum class Where { Start, End };
-    using Action = void (*)(GerberReader &, Statement, bool &endOfProgram);
+    using Action = void (*)(GerberReader &, Statement);
 
     std::array<std::string_view, 7> texts;
     Action action;
@@ -34,38 +34,38 @@ struct GerberReader::Rule {
 
 // The first that matches decides, so the order is part of the format: "M00" means another thing in a drill
 // file, and any "T..." that nothing before it takes makes the rest of the file a drill file.
-void GerberReader::handleStatement(Statement statement, bool &endOfProgram) {
+void GerberReader::handleStatement(Statement statement) {
     constexpr auto inDrillMode = Rule::When::InDrillMode;
     constexpr auto outsideDrillMode = Rule::When::OutsideDrillMode;
     constexpr auto end = Rule::Where::End;
     constexpr auto always = Rule::When::Always;
-    static const auto ignore = [](GerberReader &, Statement, bool &) {};
+    static const auto ignore = [](GerberReader &, Statement) {};
     static const Rule rules[] = {
         {{"G04"}, ignore},
-        {{"%FS"}, [](GerberReader &r, Statement s, bool &) { r.extractFormatSpecification(s); }},
-        {{"%TF"}, [](GerberReader &r, Statement s, bool &) { r.extractFileAttribute(s); }},
-        {{"%MO"}, [](GerberReader &r, Statement s, bool &) { r.extractUnitsSpecification(s); }},
-        {{"%LP"}, [](GerberReader &r, Statement s, bool &) { r.startNewLevel(s); }},
-        {{"%AD"}, [](GerberReader &r, Statement s, bool &) { r.defineAperture(s); }},
-        {{"%SR"}, [](GerberReader &r, Statement s, bool &) { r.definePattern(s); }},
+        {{"%FS"}, [](GerberReader &r, Statement s) { r.extractFormatSpecification(s); }},
+        {{"%TF"}, [](GerberReader &r, Statement s) { r.extractFileAttribute(s); }},
+        {{"%MO"}, [](GerberReader &r, Statement s) { r.extractUnitsSpecification(s); }},
+        {{"%LP"}, [](GerberReader &r, Statement s) { r.startNewLevel(s); }},
+        {{"%AD"}, [](GerberReader &r, Statement s) { r.defineAperture(s); }},
+        {{"%SR"}, [](GerberReader &r, Statement s) { r.definePattern(s); }},
         {{"G01", "G1X", "G1Y"},
-         [](GerberReader &r, Statement s, bool &) { r.interpolate(Interpolation::Linear, s); }},
+         [](GerberReader &r, Statement s) { r.interpolate(Interpolation::Linear, s); }},
         {{"G02", "G2X", "G2Y"},
-         [](GerberReader &r, Statement s, bool &) { r.interpolate(Interpolation::Clockwise, s); }},
+         [](GerberReader &r, Statement s) { r.interpolate(Interpolation::Clockwise, s); }},
         {{"G03", "G3X", "G3Y"},
-         [](GerberReader &r, Statement s, bool &) { r.interpolate(Interpolation::Anticlockwise, s); }},
-        {{"G36"}, [](GerberReader &r, Statement, bool &) { r.startRegion(); }},
-        {{"G37"}, [](GerberReader &r, Statement, bool &) { r.endRegion(); }},
-        {{"G74"}, [](GerberReader &r, Statement, bool &) { r.state_.quadrants = Quadrants::Single; }},
-        {{"G75"}, [](GerberReader &r, Statement, bool &) { r.state_.quadrants = Quadrants::Multi; }},
-        {{"D01", "D1"}, [](GerberReader &r, Statement s, bool &) { r.drawPlain(s); }, always, end},
-        {{"D02", "D2"}, [](GerberReader &r, Statement s, bool &) { r.move(s); }, always, end},
-        {{"D03", "D3"}, [](GerberReader &r, Statement s, bool &) { r.flash(s); }, always, end},
-        {{"X", "Y"}, [](GerberReader &r, Statement s, bool &) { r.addVia(s); }, inDrillMode},
-        {{"X", "Y"}, [](GerberReader &r, Statement s, bool &) { r.repeatLastOperation(s); }},
-        {{"D", "G54"}, [](GerberReader &r, Statement s, bool &) { r.selectAperture(s); }},
-        {{"%AM"}, [](GerberReader &r, Statement s, bool &) { r.setupApertureMacro(s); }},
-        {{"%TA"}, [](GerberReader &r, Statement s, bool &) { r.extractApertureAttribute(s); }},
+         [](GerberReader &r, Statement s) { r.interpolate(Interpolation::Anticlockwise, s); }},
+        {{"G36"}, [](GerberReader &r, Statement) { r.startRegion(); }},
+        {{"G37"}, [](GerberReader &r, Statement) { r.endRegion(); }},
+        {{"G74"}, [](GerberReader &r, Statement) { r.state_.quadrants = Quadrants::Single; }},
+        {{"G75"}, [](GerberReader &r, Statement) { r.state_.quadrants = Quadrants::Multi; }},
+        {{"D01", "D1"}, [](GerberReader &r, Statement s) { r.drawPlain(s); }, always, end},
+        {{"D02", "D2"}, [](GerberReader &r, Statement s) { r.move(s); }, always, end},
+        {{"D03", "D3"}, [](GerberReader &r, Statement s) { r.flash(s); }, always, end},
+        {{"X", "Y"}, [](GerberReader &r, Statement s) { r.addVia(s); }, inDrillMode},
+        {{"X", "Y"}, [](GerberReader &r, Statement s) { r.repeatLastOperation(s); }},
+        {{"D", "G54"}, [](GerberReader &r, Statement s) { r.selectAperture(s); }},
+        {{"%AM"}, [](GerberReader &r, Statement s) { r.setupApertureMacro(s); }},
+        {{"%TA"}, [](GerberReader &r, Statement s) { r.extractApertureAttribute(s); }},
         {{"%TD", "%DR", "%AV", "%IP"}, ignore},
         // Intended: coordinates are taken as absolute and in the units of "%MO", whatever these say.
         {{"G55", "G70", "G71", "G90", "G91", "M01"}, ignore},
@@ -73,26 +73,28 @@ void GerberReader::handleStatement(Statement statement, bool &endOfProgram) {
         {{"M00"}, ignore, outsideDrillMode},
         {{"%AS", "%IN", "%IR", "%MI", "%OF", "%SF", "%LN"}, ignore},
         {{"%ICAS*%"}, ignore},
-        {{"M02", "M2"}, [](GerberReader &, Statement, bool &isEnd) { isEnd = true; }},
-        {{"M30"}, [](GerberReader &, Statement, bool &isEnd) { isEnd = true; }, inDrillMode},
-        {{"M48"}, [](GerberReader &r, Statement, bool &) { r.state_.drillMode = true; }},
+        // Intended: the end of the program is not the end of the reading. What follows it is obeyed, as it
+        // always was.
+        {{"M02", "M2"}, ignore},
+        {{"M30"}, ignore, inDrillMode},
+        {{"M48"}, [](GerberReader &r, Statement) { r.state_.drillMode = true; }},
         {{"%"}, ignore, inDrillMode},
         {{";"},
-         [](GerberReader &r, Statement s, bool &) { r.parseDrillHeaderData(s.substr(1)); },
+         [](GerberReader &r, Statement s) { r.parseDrillHeaderData(s.substr(1)); },
          inDrillMode},
         {{"INCH", "M72"},
-         [](GerberReader &r, Statement s, bool &) { r.setDrillUnits(s, "in"); },
+         [](GerberReader &r, Statement s) { r.setDrillUnits(s, "in"); },
          inDrillMode},
         {{"METRIC", "M71"},
-         [](GerberReader &r, Statement s, bool &) { r.setDrillUnits(s, "mm"); },
+         [](GerberReader &r, Statement s) { r.setDrillUnits(s, "mm"); },
          inDrillMode},
-        {{"M00"}, [](GerberReader &r, Statement, bool &) { r.selectNextTool(); }, inDrillMode},
-        {{"R"}, [](GerberReader &r, Statement s, bool &) { r.repeatVia(s); }, inDrillMode},
-        {{"T"}, [](GerberReader &r, Statement s, bool &) { r.setDrillTool(s); }},
+        {{"M00"}, [](GerberReader &r, Statement) { r.selectNextTool(); }, inDrillMode},
+        {{"R"}, [](GerberReader &r, Statement s) { r.repeatVia(s); }, inDrillMode},
+        {{"T"}, [](GerberReader &r, Statement s) { r.setDrillTool(s); }},
         {{"VER", "FMAT", "ICI", "ATC"}, ignore},
     };
     for (const Rule &rule : rules) {
-        if (rule.matches(statement, state_.drillMode)) return rule.action(*this, statement, endOfProgram);
+        if (rule.matches(statement, state_.drillMode)) return rule.action(*this, statement);
     }
     addUnhandled(statement);
 }

@@ -32,7 +32,7 @@ TEST(GerberHostileValues, CopiesOfARepeatBeyondAllNumbersAreLeftOut) {
 TEST(GerberHostileValues, AnArcOfARadiusBeyondAllNumbersIsLeftOut) {
     GerberBench bench;
     const std::string wide = repeated("9", 300);
-    numBesides(bench, "G75*\nG02X5Y5I" + wide + "J" + wide + "D01*\n");
+    EXPECT_LE(numBesides(bench, "G75*\nG02X5Y5I" + wide + "J" + wide + "D01*\n"), 1U);
     EXPECT_EQ(bench.reader.getError(), beyond);
 }
 
@@ -51,6 +51,16 @@ TEST(GerberHostileValues, PointsOnALineAreNoViaOfInfiniteDiameter) {
     bench.reader.setLayerArrangement({}, {QString::fromStdString(path)}, {}, {});
     EXPECT_TRUE(bench.reader.readFiles(nullptr));
     EXPECT_EQ(bench.board().numVias(1), 0U);
+}
+
+TEST(GerberHostileValues, HolesBeyondAllNumbersAreLeftOutAndWhatFollowsStays) {
+    GerberBench bench;
+    EXPECT_TRUE(bench.readDrills("T1C0.7\nT1\nX0Y0\nR99999X" + repeated("9", 308) + "Y0\nX1000Y1000\n"));
+    ASSERT_EQ(bench.vias().size(), 1U);
+    const EDA::EDAVia &via = bench.vias()[0];
+    ASSERT_LT(via.numInstances(), 99999U);
+    EXPECT_GT(via.getInstanceYCentre(static_cast<int>(via.numInstances()) - 1), 0.0);
+    EXPECT_EQ(bench.reader.getError(), beyond);
 }
 
 TEST(GerberHostileValues, TheToolAfterTheLastIsTheLast) {
