@@ -14,6 +14,10 @@ namespace {
 using Point = Vec2T<double>;
 using Points = std::vector<Point>;
 
+// A drawn line crosses itself a few times at most; a layer of copper, which the engine's own limits are for,
+// may do so a million times. A file may have a great many lines.
+constexpr Clip::NodingLimits lineLimits{2e4, 16.0, 2e6, 1e3};
+
 Point shifted(Point const &point, Point const &direction, double distance) {
     return {point.x + direction.x * distance, point.y + direction.y * distance};
 }
@@ -101,12 +105,15 @@ bool ThickLine::walk(Points &outline) const {
         addCorner(i, 1.0, outline);
     outline.push_back(shifted(points_[0], normals_[0], halfWidth_));
 
-    Clip::Engine engine;
+    bool const isAnticlockwise = Polygon2D(outline).getSignedArea() > 0.0;
+    // A rectangle cannot cross itself. Most lines of some designs are one.
+    if (last == 1 && isAnticlockwise) return true;
+
+    Clip::Engine engine(lineLimits);
     engine.addContour(Clip::Engine::Subject, outline.data(), outline.size());
     std::vector<Clip::Contour> const clean = engine.run(
         {Clip::Inside::Operation::Union, Clip::Inside::Fill::NonZero, Clip::Inside::Fill::NonZero});
-    return clean.size() == 1 && clean[0].points.size() == outline.size() &&
-           Polygon2D(outline).getSignedArea() > 0.0;
+    return isAnticlockwise && clean.size() == 1 && clean[0].points.size() == outline.size();
 }
 
 // A rectangle for each segment and a piece for the outer side of each corner, all anticlockwise.
@@ -129,7 +136,7 @@ void ThickLine::addPieces(Clip::Engine &engine) const {
 Points ThickLine::outline() const {
     Points result;
     if (walk(result)) return result;
-    Clip::Engine engine;
+    Clip::Engine engine(lineLimits);
     addPieces(engine);
     std::vector<Clip::Contour> pieces = engine.run(
         {Clip::Inside::Operation::Union, Clip::Inside::Fill::NonZero, Clip::Inside::Fill::NonZero});

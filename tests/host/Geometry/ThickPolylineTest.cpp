@@ -83,6 +83,16 @@ TEST(ThickPolyline, ClosedSquareGivesItsOuterBorder) {
     EXPECT_NEAR(ring.getSignedArea(), 144.0 - 1.0, 1e-9); // the flat ends leave out one corner
 }
 
+// A star of a thousand rays: each segment crosses nearly all others.
+TEST(ThickPolyline, LineThatCrossesItselfWithoutEndGivesNothing) {
+    List xs, ys;
+    for (int i = 0; i < 1001; ++i) {
+        xs.push_back(std::cos(i * 500 * 2.0 * 3.14159265358979 / 1001));
+        ys.push_back(std::sin(i * 500 * 2.0 * 3.14159265358979 / 1001));
+    }
+    EXPECT_EQ(outline(xs, ys, 1e-4).numPoints(), 0u);
+}
+
 TEST(ThickPolyline, MeaninglessInputGivesNothing) {
     double const nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(outline({}, {}, 1.0).numPoints(), 0u);
