@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t nameLimit = 100;
 constexpr std::size_t lineLimit = 300;
+constexpr std::size_t typesLimit = 20;
 
 std::string counted(std::size_t number, const std::string &one, const std::string &many) {
     return std::to_string(number) + ' ' + (number == 1 ? one : many);
@@ -65,7 +66,7 @@ private:
         const std::string leftOut = number == 1 ? " is left out" : " are left out";
         if (kind.empty())
             return counted(number, "instance", "instances") + leftOut +
-                   ": the item or its shape is not in the document";
+                   ": the item or its shape was not found";
         const bool isHole = kind == "Cutout" || kind == "PlatedCutout";
         return counted(number, "instance", "instances") + " of the kind " +
                inQuotes(shortened(kind, nameLimit)) + leftOut + (isHole ? ": not round" : "");
@@ -88,11 +89,32 @@ void addPassedOver(const EDA::IDXReader &reader, std::vector<std::string> &lines
     if (passed.bareStrata > 0)
         lines.push_back(counted(passed.bareStrata, "stratum without a technology is left out",
                                 "strata without a technology are left out"));
-    if (reader.numTypedItems() > 0)
-        lines.push_back(
-            counted(reader.numTypedItems(), "item tells its kind", "items tell their kind") +
-            " by a geometryType: the document is of a newer style, in which eda finds few shapes; "
-            "one of baseline kind in the older style can be read whole");
+}
+
+// The most frequent first: "3 VIA, 1 COMPONENT and 2 more".
+std::string typesLine(const EDA::IDXReader &reader) {
+    std::vector<std::pair<std::size_t, std::string>> types;
+    for (const auto &[type, number] : reader.geometryTypes())
+        types.emplace_back(number, type);
+    std::stable_sort(types.begin(), types.end(),
+                     [](const auto &a, const auto &b) { return a.first > b.first; });
+    types.resize(std::min(types.size(), typesLimit));
+    std::string line;
+    std::size_t others = reader.numTypedItems();
+    for (const auto &[number, type] : types) {
+        line += (line.empty() ? "" : ", ") + std::to_string(number) + ' ' + shortened(type, nameLimit);
+        others -= number;
+    }
+    return others > 0 ? line + " and " + std::to_string(others) + " more" : line;
+}
+
+// Before all that is missing for this reason.
+void addNewerStyle(const EDA::IDXReader &reader, std::vector<std::string> &lines) {
+    if (reader.numTypedItems() == 0) return;
+    lines.push_back(counted(reader.numTypedItems(), "item tells its kind", "items tell their kind") +
+                    " by a geometryType: the document is of a newer style, in which eda finds few shapes; "
+                    "one of baseline kind in the older style can be read whole. Items: " +
+                    typesLine(reader));
 }
 
 bool isEmpty(const EDA::EDABoard &board) {
@@ -103,6 +125,7 @@ bool isEmpty(const EDA::EDABoard &board) {
 std::vector<std::string> trouble(const EDA::IDXReader &reader) {
     std::vector<std::string> lines;
     if (isEmpty(reader.getBoard())) lines.push_back("no part of a board was found in the document");
+    addNewerStyle(reader, lines);
     MessageCount(reader.getError()).moveTo(lines);
     addPassedOver(reader, lines);
     return lines;
@@ -124,9 +147,11 @@ void readIdxDesign(const std::vector<std::string> &files, const DesignSettings &
         throw DesignFailure(inQuotes(file) + ": is no IDX document: its first element is no EDMDDataSet");
     auto reader = std::make_unique<EDA::IDXReader>();
     if (!reader->readFile(file)) {
-        throw DesignFailure(inQuotes(file) + ": is no well-formed XML, or has more than " +
-                            std::to_string(EDA::IDXReaderLimits().xml.depth) +
-                            " levels of elements, or entities, attributes or prefixes beyond every use");
+        throw DesignFailure(
+            inQuotes(file) + ": is no well-formed XML, or has more than " +
+            std::to_string(EDA::IDXReaderLimits().xml.depth) +
+            " levels of elements, or elements, names, entities, attributes or prefixes beyond "
+            "every use");
     }
     for (const std::string &line : trouble(*reader))
         design.warnings.push_back(inQuotes(file) + ": " + line);

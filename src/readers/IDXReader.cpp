@@ -13,7 +13,7 @@ namespace EDA {
 
 namespace {
 
-bool loadFile(const std::string &path, const XmlLimits &limits, QDomDocument &document) {
+bool loadFile(const std::string &path, const XmlLimits &limits, XmlTree &document) {
     std::string text, reason;
     return FileSystem::File::readAll(path, text, reason) && loadXml(text, limits, document);
 }
@@ -27,14 +27,9 @@ bool IDXReader::readFile(const std::string &path) {
     tables_ = {};
     making_ = {};
     numTypedItems_ = 0;
+    geometryTypes_.clear();
     passedOver_ = {};
-    // The document stays until all is made: the parts then need not search for memory between what is left of
-    // it.
-    QDomDocument document("XML Document");
-    if (!loadFile(path, limits_.xml, document)) return false;
-    fileType_.clear();
-    version_.clear();
-    parseXML(document.documentElement());
+    if (!readTables(path)) return false;
     createParts();
     if (making_.messagesDropped > 0)
         error_ += "There were " + std::to_string(making_.messagesDropped) + " further messages.\n";
@@ -44,15 +39,25 @@ bool IDXReader::readFile(const std::string &path) {
     return true;
 }
 
-void IDXReader::parseXML(const QDomElement &element) {
-    const QString tag = element.localName();
-    if (tag == QLatin1String("Header")) return parseHeader(element);
-    if (tag == QLatin1String("Body")) return parseBody(element);
-    eachChild(element, [this](const QDomElement &child, const QString &) { parseXML(child); });
+bool IDXReader::readTables(const std::string &path) {
+    XmlTree document(limits_.xml);
+    if (!loadFile(path, limits_.xml, document)) return false;
+    fileType_.clear();
+    version_.clear();
+    parseXML(document.root());
+    return true;
 }
 
-void IDXReader::parseHeader(const QDomElement &element) {
-    const QString tag = element.localName();
+void IDXReader::parseXML(const XmlElement &element) {
+    const QString &tag = element.localName();
+    if (tag == QLatin1String("Header")) return parseHeader(element);
+    if (tag == QLatin1String("Body")) return parseBody(element);
+    if (tag == QLatin1String("Item")) noteGeometryType(element); // newer documents may have them here
+    eachChild(element, [this](const XmlElement &child, const QString &) { parseXML(child); });
+}
+
+void IDXReader::parseHeader(const XmlElement &element) {
+    const QString &tag = element.localName();
     if (tag == QLatin1String("UserProperty")) {
         QString scope, name, value;
         getProperty(element, scope, name, value);
@@ -63,7 +68,7 @@ void IDXReader::parseHeader(const QDomElement &element) {
         if (system == QLatin1String("Design Force")) tables_.fromDesignForce = true;
         if (system == QLatin1String("Expedition")) tables_.fromExpedition = true;
     } else {
-        eachChild(element, [this](const QDomElement &child, const QString &) { parseHeader(child); });
+        eachChild(element, [this](const XmlElement &child, const QString &) { parseHeader(child); });
     }
 }
 

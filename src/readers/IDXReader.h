@@ -3,26 +3,26 @@
 
 #include "readers/EDAReader.h"
 #include "readers/IDXReaderLimits.h"
+#include "readers/ShorterFirst.h"
 
 #include <QMap>
 #include <QString>
 #include <QVector>
 
 #include <cstddef>
-#include <cstring>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-class QDomElement;
-
 namespace Geometry {
 class Transform;
 }
 
 namespace EDA {
+
+class XmlElement;
 
 // One file is one design. A document is a pool of elements that name each other by their ids: points, curves
 // of points, shapes of curves, items with shapes, and instances of items. The reader first fills a table for
@@ -41,7 +41,7 @@ public:
     IDXReader() = default;
     explicit IDXReader(const IDXReaderLimits &limits) : limits_(limits) {}
 
-    // False, without a message, when the file is unreadable, larger than 1 GiB, not well-formed or beyond a
+    // False, without a message, when the file is unreadable, larger than 1 GB, not well-formed or beyond a
     // limit of the XML. Otherwise true, and the error text has a line, each with its line end, for
     //   "Unhandled Object Type KIND"            an instance of another kind, or a cut-out that is not round;
     //                                           without a kind where the item or its shape is not in the file
@@ -60,6 +60,9 @@ public:
     // Number of items in the file last read that tell their kind by a "geometryType" attribute. Documents of
     // that newer style may give their items no shape that this reader can resolve.
     std::size_t numTypedItems() const { return numTypedItems_; }
+
+    // What they tell, with the numbers of items; of different texts the first thousand.
+    const std::map<std::string, std::size_t> &geometryTypes() const { return geometryTypes_; }
 
     // What the last read passed over without a message.
     struct PassedOver {
@@ -121,14 +124,6 @@ private:
         QMap<QString, QString> properties;
     };
 
-    // An order of ids that is quick to tell. No hash: whoever writes a document could choose ids that share
-    // one.
-    struct ShorterFirst {
-        bool operator()(const QString &a, const QString &b) const {
-            if (a.size() != b.size()) return a.size() < b.size();
-            return std::memcmp(a.constData(), b.constData(), sizeof(QChar) * std::size_t(a.size())) < 0;
-        }
-    };
     template <typename Record> using Table = std::map<QString, Record, ShorterFirst>;
 
     // The elements of one document by their ids.
@@ -183,26 +178,29 @@ private:
     struct PartRule;
 
     // First stage: the tables.
-    void parseXML(const QDomElement &element);
-    void parseHeader(const QDomElement &element);
-    void parseBody(const QDomElement &element);
-    bool parseDefinition(const QDomElement &element, const QString &tag);
-    bool parseShape(const QDomElement &element, const QString &tag);
+    bool readTables(const std::string &path);
+    void parseXML(const XmlElement &element);
+    void parseHeader(const XmlElement &element);
+    void parseBody(const XmlElement &element);
+    bool parseDefinition(const XmlElement &element, const QString &tag);
+    bool parseShape(const XmlElement &element, const QString &tag);
 
-    static void getProperty(const QDomElement &element, QString &scope, QString &name, QString &value);
-    static void addProperty(const QDomElement &element, QMap<QString, QString> &properties);
-    static void getPoint(const QDomElement &element, double &x, double &y);
-    static void getPolyLine(const QDomElement &element, PolyLine &polyLine);
-    static void getArc(const QDomElement &element, Arc &arc);
-    static void getCircle(const QDomElement &element, Circle &circle);
-    static void getCompositeCurve(const QDomElement &element, CompositeCurve &curve);
-    static void getCurveSet(const QDomElement &element, CurveSet &curveSet);
-    static void getShapeElement(const QDomElement &element, ShapeElement &shapeElement);
-    static void getShape(const QDomElement &element, Shape &shape);
-    static void getStratumTechnology(const QDomElement &element, StratumTechnology &technology);
-    void getItem(const QDomElement &element, Item &item);
-    static void getItemInstance(const QDomElement &element, ItemInstance &instance);
-    static void getTransform(const QDomElement &element, Transform &transform);
+    void noteGeometryType(const XmlElement &item);
+
+    static void getProperty(const XmlElement &element, QString &scope, QString &name, QString &value);
+    static void addProperty(const XmlElement &element, QMap<QString, QString> &properties);
+    static void getPoint(const XmlElement &element, double &x, double &y);
+    static void getPolyLine(const XmlElement &element, PolyLine &polyLine);
+    static void getArc(const XmlElement &element, Arc &arc);
+    static void getCircle(const XmlElement &element, Circle &circle);
+    static void getCompositeCurve(const XmlElement &element, CompositeCurve &curve);
+    static void getCurveSet(const XmlElement &element, CurveSet &curveSet);
+    static void getShapeElement(const XmlElement &element, ShapeElement &shapeElement);
+    static void getShape(const XmlElement &element, Shape &shape);
+    static void getStratumTechnology(const XmlElement &element, StratumTechnology &technology);
+    void getItem(const XmlElement &element, Item &item);
+    static void getItemInstance(const XmlElement &element, ItemInstance &instance);
+    static void getTransform(const XmlElement &element, Transform &transform);
 
     // Second stage: the parts.
     void createParts();
@@ -276,6 +274,7 @@ private:
     Making making_;
     IDXReaderLimits limits_;
     std::size_t numTypedItems_ = 0;
+    std::map<std::string, std::size_t> geometryTypes_;
     PassedOver passedOver_;
 };
 

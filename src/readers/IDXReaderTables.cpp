@@ -10,6 +10,8 @@ namespace EDA {
 
 namespace {
 
+constexpr std::size_t maxGeometryTypes = 1'000; // the format has a few dozen
+
 bool is(const QString &name, const char *tag) { return name == QLatin1String(tag); }
 
 // In the C locale whatever the user's is. What is no number, or none that is finite, is 0.
@@ -20,16 +22,16 @@ double numberOf(const QString &text) {
 }
 
 // Most numbers stand in a "Value" of their own.
-double valueOf(const QDomElement &element) { return numberOf(childText(element, QLatin1String("Value"))); }
+double valueOf(const XmlElement &element) { return numberOf(childText(element, QLatin1String("Value"))); }
 
-QString idOf(const QDomElement &element) { return element.attribute(QStringLiteral("id")); }
+QString idOf(const XmlElement &element) { return element.attribute(QLatin1String("id")); }
 
 } // namespace
 
 // An element of the body and what is done with it.
 struct IDXReader::BodyRule {
     const char *tag;
-    void (*read)(IDXReader &reader, const QDomElement &element);
+    void (*read)(IDXReader &reader, const XmlElement &element);
 };
 
 // An element that is a shape, the kind that it stands for, and where it tells another kind and its purpose.
@@ -40,15 +42,15 @@ struct IDXReader::ShapeRule {
     const char *purposeTag;
 };
 
-void IDXReader::parseBody(const QDomElement &element) {
-    const QString tag = element.localName();
+void IDXReader::parseBody(const XmlElement &element) {
+    const QString &tag = element.localName();
     if (parseDefinition(element, tag) || parseShape(element, tag)) return;
-    eachChild(element, [this](const QDomElement &child, const QString &) { parseBody(child); });
+    eachChild(element, [this](const XmlElement &child, const QString &) { parseBody(child); });
 }
 
-bool IDXReader::parseDefinition(const QDomElement &element, const QString &tag) {
+bool IDXReader::parseDefinition(const XmlElement &element, const QString &tag) {
     using Self = IDXReader &;
-    using From = const QDomElement &;
+    using From = const XmlElement &;
     static constexpr BodyRule rules[] = {
         {"UserProperty",
          [](Self self, From from) {
@@ -58,7 +60,7 @@ bool IDXReader::parseDefinition(const QDomElement &element, const QString &tag) 
          }},
         {"UnitLength",
          [](Self self, From from) {
-             const QDomElement unit = childOf(from, QLatin1String("Fundamental"));
+             const XmlElement unit = childOf(from, QLatin1String("Fundamental"));
              if (!unit.isNull()) self.board_.setUnits(unit.text().toStdString());
          }},
         {"CartesianPoint",
@@ -94,7 +96,7 @@ bool IDXReader::parseDefinition(const QDomElement &element, const QString &tag) 
     return false;
 }
 
-bool IDXReader::parseShape(const QDomElement &element, const QString &tag) {
+bool IDXReader::parseShape(const XmlElement &element, const QString &tag) {
     static constexpr ShapeRule rules[] = {
         {"Stratum", "Stratum", nullptr, nullptr},
         {"AssemblyComponent", "Component", nullptr, nullptr},
@@ -107,7 +109,7 @@ bool IDXReader::parseShape(const QDomElement &element, const QString &tag) {
         if (!is(tag, rule.tag)) continue;
         Shape shape;
         shape.kind = QLatin1String(rule.kind);
-        const QDomElement kind = rule.kindTag ? childOf(element, QLatin1String(rule.kindTag)) : QDomElement();
+        const XmlElement kind = rule.kindTag ? childOf(element, QLatin1String(rule.kindTag)) : XmlElement();
         if (!kind.isNull()) shape.kind = kind.text();
         if (rule.purposeTag) shape.purpose = childText(element, QLatin1String(rule.purposeTag));
         getShape(element, shape);
@@ -117,8 +119,8 @@ bool IDXReader::parseShape(const QDomElement &element, const QString &tag) {
     return false;
 }
 
-void IDXReader::getProperty(const QDomElement &element, QString &scope, QString &name, QString &value) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getProperty(const XmlElement &element, QString &scope, QString &name, QString &value) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "SystemScope"))
             scope = child.text();
         else if (is(tag, "ObjectName"))
@@ -130,28 +132,28 @@ void IDXReader::getProperty(const QDomElement &element, QString &scope, QString 
     });
 }
 
-void IDXReader::addProperty(const QDomElement &element, QMap<QString, QString> &properties) {
+void IDXReader::addProperty(const XmlElement &element, QMap<QString, QString> &properties) {
     QString scope, name, value;
     getProperty(element, scope, name, value);
     properties.insert(name, value);
 }
 
-void IDXReader::getPoint(const QDomElement &element, double &x, double &y) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getPoint(const XmlElement &element, double &x, double &y) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "X")) x = valueOf(child);
         if (is(tag, "Y")) y = valueOf(child);
     });
 }
 
-void IDXReader::getPolyLine(const QDomElement &element, PolyLine &polyLine) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getPolyLine(const XmlElement &element, PolyLine &polyLine) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "Point")) polyLine.points.append(child.text());
         if (is(tag, "Thickness")) polyLine.thickness = valueOf(child);
     });
 }
 
-void IDXReader::getArc(const QDomElement &element, Arc &arc) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getArc(const XmlElement &element, Arc &arc) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "StartPoint")) arc.start = child.text();
         if (is(tag, "EndPoint")) arc.end = child.text();
         if (is(tag, "IncludeAngle")) arc.angle = valueOf(child);
@@ -159,29 +161,29 @@ void IDXReader::getArc(const QDomElement &element, Arc &arc) {
 }
 
 // Newer documents call the centre "CenterPoint".
-void IDXReader::getCircle(const QDomElement &element, Circle &circle) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getCircle(const XmlElement &element, Circle &circle) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "Center") || is(tag, "CenterPoint")) circle.centre = child.text();
         if (is(tag, "Diameter")) circle.diameter = valueOf(child);
     });
 }
 
-void IDXReader::getCompositeCurve(const QDomElement &element, CompositeCurve &curve) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getCompositeCurve(const XmlElement &element, CompositeCurve &curve) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "Curve")) curve.curves.append(child.text());
     });
 }
 
-void IDXReader::getCurveSet(const QDomElement &element, CurveSet &curveSet) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getCurveSet(const XmlElement &element, CurveSet &curveSet) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "DetailedGeometricModelElement")) curveSet.curves.append(child.text());
         if (is(tag, "LowerBound")) curveSet.low = valueOf(child);
         if (is(tag, "UpperBound")) curveSet.high = valueOf(child);
     });
 }
 
-void IDXReader::getShapeElement(const QDomElement &element, ShapeElement &shapeElement) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getShapeElement(const XmlElement &element, ShapeElement &shapeElement) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "Inverted")) shapeElement.inverted = is(child.text(), "true");
         if (is(tag, "Description")) shapeElement.description = child.text();
         if (is(tag, "ShapeElementType")) shapeElement.type = child.text();
@@ -190,26 +192,33 @@ void IDXReader::getShapeElement(const QDomElement &element, ShapeElement &shapeE
     });
 }
 
-void IDXReader::getShape(const QDomElement &element, Shape &shape) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getShape(const XmlElement &element, Shape &shape) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "ShapeElement")) shape.elements.append(child.text());
         if (is(tag, "StratumTechnology")) shape.technology = child.text();
         if (is(tag, "Name")) shape.name = child.text();
     });
 }
 
-void IDXReader::getStratumTechnology(const QDomElement &element, StratumTechnology &technology) {
+void IDXReader::getStratumTechnology(const XmlElement &element, StratumTechnology &technology) {
     technology.id = idOf(element);
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "TechnologyType")) technology.type = child.text();
         if (is(tag, "LayerPurpose")) technology.purpose = child.text();
         if (is(tag, "LayerPositionType")) technology.position = child.text();
     });
 }
 
-void IDXReader::getItem(const QDomElement &element, Item &item) {
-    if (element.hasAttribute(QStringLiteral("geometryType"))) ++numTypedItems_;
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::noteGeometryType(const XmlElement &item) {
+    if (!item.hasAttribute(QLatin1String("geometryType"))) return;
+    ++numTypedItems_;
+    const std::string type = item.attribute(QLatin1String("geometryType")).toStdString();
+    if (geometryTypes_.size() < maxGeometryTypes || geometryTypes_.count(type) > 0) ++geometryTypes_[type];
+}
+
+void IDXReader::getItem(const XmlElement &element, Item &item) {
+    noteGeometryType(element);
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "UserProperty")) addProperty(child, item.properties);
         if (is(tag, "ItemType")) item.type = child.text();
         if (is(tag, "Shape")) item.shape = child.text();
@@ -221,8 +230,8 @@ void IDXReader::getItem(const QDomElement &element, Item &item) {
     });
 }
 
-void IDXReader::getItemInstance(const QDomElement &element, ItemInstance &instance) {
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+void IDXReader::getItemInstance(const XmlElement &element, ItemInstance &instance) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "UserProperty")) addProperty(child, instance.properties);
         if (is(tag, "Name")) instance.name = child.text();
         if (is(tag, "InstanceName")) instance.instanceName = childText(child, QLatin1String("ObjectName"));
@@ -231,9 +240,9 @@ void IDXReader::getItemInstance(const QDomElement &element, ItemInstance &instan
     });
 }
 
-void IDXReader::getTransform(const QDomElement &element, Transform &transform) {
+void IDXReader::getTransform(const XmlElement &element, Transform &transform) {
     transform.present = true;
-    eachChild(element, [&](const QDomElement &child, const QString &tag) {
+    eachChild(element, [&](const XmlElement &child, const QString &tag) {
         if (is(tag, "xx")) transform.xx = numberOf(child.text());
         if (is(tag, "xy")) transform.xy = numberOf(child.text());
         if (is(tag, "yx")) transform.yx = numberOf(child.text());

@@ -9,7 +9,7 @@
 
 namespace EDA {
 
-// The toolkit calls its event interface out of date, but a document can be refused while it is built through
+// The toolkit calls its event interface out of date, but a document can be refused while it is read through
 // nothing else. A scan beforehand would cost a third of the time of the whole read, and would have to
 // agree with the parser on every malformed document.
 QT_WARNING_PUSH
@@ -20,43 +20,52 @@ namespace {
 // Entities may make a small document grow by this much beyond what its bytes could say by themselves.
 constexpr std::size_t growth = 64 * 1024;
 
+// The parser gathers a text in one of the toolkit's, which hold a little less than a gibibyte of characters.
+constexpr std::size_t largestText = 1'000'000'000;
+
 // Most that the parser makes of an entity that names others.
 constexpr std::size_t nestedEntity = 4096;
 
-// Hands the parser's events on to what builds the document, and stops the parser where it gets too large.
-// Declarations are counted but not handed on: no reader asks for them.
-class XmlGuard : public QXmlContentHandler, public QXmlLexicalHandler, public QXmlDeclHandler {
+// What is made of a document's elements and texts. Each is false to stop the parser.
+class XmlTarget {
 public:
-    XmlGuard(const XmlLimits &limits, std::size_t bytes) : limits_(limits), bytes_(bytes) {}
-    void setTarget(QXmlContentHandler *target) { target_ = target; }
-    void setTarget(QXmlLexicalHandler *target) { lexicalTarget_ = target; }
+    virtual ~XmlTarget() = default;
+    virtual bool beginElement(const QString &localName, const QXmlAttributes &attributes) = 0;
+    virtual bool addText(const QString &text) = 0;
+    virtual bool endElement() = 0;
+};
 
-    bool startElement(const QString &space, const QString &name, const QString &prefixed,
+// Hands elements and texts on, and stops the parser where a document gets too large. All else that a document
+// holds is counted, but not handed on: no reader asks for it.
+class XmlGuard : public QXmlDefaultHandler {
+public:
+    XmlGuard(const XmlLimits &limits, std::size_t bytes, XmlTarget &target)
+        : limits_(limits), bytes_(bytes), target_(target) {}
+
+    bool startElement(const QString &, const QString &name, const QString &prefixed,
                       const QXmlAttributes &attributes) override {
         if (++depth_ > limits_.depth || !takeNode(prefixed) || !takeAttributes(attributes)) return false;
-        return target_->startElement(space, name, prefixed, attributes);
+        return target_.beginElement(name, attributes);
     }
-    bool endElement(const QString &space, const QString &name, const QString &prefixed) override {
+    bool endElement(const QString &, const QString &, const QString &) override {
         --depth_;
-        return target_->endElement(space, name, prefixed);
+        return target_.endElement();
     }
+    bool characters(const QString &text) override { return takeNode(text) && target_.addText(text); }
+
     bool startPrefixMapping(const QString &prefix, const QString &space) override {
         prefixes_.insert(prefix);
-        if (prefixes_.size() > limits_.prefixes || !takeText(prefix) || !takeText(space)) return false;
-        return target_->startPrefixMapping(prefix, space);
+        return prefixes_.size() <= limits_.prefixes && takeText(prefix) && takeText(space);
     }
     bool endPrefixMapping(const QString &prefix) override {
         prefixes_.erase(prefix);
-        return target_->endPrefixMapping(prefix);
+        return true;
     }
-    bool characters(const QString &text) override { return takeNode(text) && target_->characters(text); }
-    bool comment(const QString &text) override { return takeNode(text) && lexicalTarget_->comment(text); }
+    bool comment(const QString &text) override { return takeNode(text); }
     bool processingInstruction(const QString &target, const QString &data) override {
-        return takeNode(target) && takeText(data) && target_->processingInstruction(target, data);
+        return takeNode(target) && takeText(data);
     }
-    bool skippedEntity(const QString &name) override {
-        return takeNode(name) && target_->skippedEntity(name);
-    }
+    bool skippedEntity(const QString &name) override { return takeNode(name); }
 
     bool internalEntityDecl(const QString &, const QString &text) override {
         const std::size_t length = static_cast<std::size_t>(text.size());
@@ -67,24 +76,6 @@ public:
     bool externalEntityDecl(const QString &, const QString &, const QString &) override {
         return takeEntity();
     }
-    bool attributeDecl(const QString &, const QString &, const QString &, const QString &,
-                       const QString &) override {
-        return true;
-    }
-
-    void setDocumentLocator(QXmlLocator *locator) override { target_->setDocumentLocator(locator); }
-    bool startDocument() override { return target_->startDocument(); }
-    bool endDocument() override { return target_->endDocument(); }
-    bool ignorableWhitespace(const QString &text) override { return target_->ignorableWhitespace(text); }
-    bool startDTD(const QString &name, const QString &publicId, const QString &systemId) override {
-        return lexicalTarget_->startDTD(name, publicId, systemId);
-    }
-    bool endDTD() override { return lexicalTarget_->endDTD(); }
-    bool startEntity(const QString &name) override { return lexicalTarget_->startEntity(name); }
-    bool endEntity(const QString &name) override { return lexicalTarget_->endEntity(name); }
-    bool startCDATA() override { return lexicalTarget_->startCDATA(); }
-    bool endCDATA() override { return lexicalTarget_->endCDATA(); }
-    QString errorString() const override { return target_->errorString(); }
 
 private:
     // No document without entities has more characters than bytes, or more nodes than half of them: an
@@ -109,80 +100,73 @@ private:
 
     const XmlLimits limits_;
     const std::size_t bytes_;
-    QXmlContentHandler *target_ = nullptr;
-    QXmlLexicalHandler *lexicalTarget_ = nullptr;
+    XmlTarget &target_;
     std::set<QString> prefixes_; // that hold where the parser is
     int depth_ = 0;
     std::size_t nodes_ = 0, characters_ = 0, entities_ = 0, longestEntity_ = 0;
 };
 
-// The parser with the features that a document with namespaces is built with.
-class GuardedReader : public QXmlSimpleReader {
+class TreeTarget : public XmlTarget {
 public:
-    GuardedReader(const XmlLimits &limits, std::size_t bytes) : guard_(limits, bytes) {
-        setFeature("http://xml.org/sax/features/namespaces", true);
-        setFeature("http://xml.org/sax/features/namespace-prefixes", false);
-        setFeature("http://trolltech.com/xml/features/report-whitespace-only-CharData", false);
-        QXmlSimpleReader::setDeclHandler(&guard_);
+    explicit TreeTarget(XmlTree &tree) : tree_(tree) {}
+    bool beginElement(const QString &localName, const QXmlAttributes &attributes) override {
+        if (!tree_.beginElement(localName)) return false;
+        for (int i = 0; i < attributes.count(); ++i)
+            if (!tree_.addAttribute(attributes.localName(i), attributes.value(i))) return false;
+        return true;
     }
-    void setContentHandler(QXmlContentHandler *handler) override {
-        guard_.setTarget(handler);
-        QXmlSimpleReader::setContentHandler(&guard_);
-    }
-    void setLexicalHandler(QXmlLexicalHandler *handler) override {
-        guard_.setTarget(handler);
-        QXmlSimpleReader::setLexicalHandler(&guard_);
-    }
-    void setDeclHandler(QXmlDeclHandler *) override {}
-    void setDTDHandler(QXmlDTDHandler *) override {}
+    bool addText(const QString &text) override { return tree_.addText(text); }
+    bool endElement() override { return tree_.endElement(); }
 
 private:
-    XmlGuard guard_;
+    XmlTree &tree_;
 };
 
 // Stops at the first element.
-class FirstElement : public QXmlDefaultHandler {
+class FirstElement : public XmlTarget {
 public:
-    bool startElement(const QString &, const QString &name, const QString &,
-                      const QXmlAttributes &) override {
-        name_ = name;
+    bool beginElement(const QString &localName, const QXmlAttributes &) override {
+        name_ = localName;
         return false;
     }
+    bool addText(const QString &) override { return true; }
+    bool endElement() override { return true; }
     const QString &name() const { return name_; }
 
 private:
     QString name_;
 };
 
+// With namespaces resolved, and without texts that are nothing but blanks.
+bool parse(QIODevice &device, std::size_t bytes, const XmlLimits &limits, XmlTarget &target) {
+    XmlGuard guard(limits, bytes, target);
+    QXmlSimpleReader reader;
+    reader.setFeature("http://xml.org/sax/features/namespaces", true);
+    reader.setFeature("http://xml.org/sax/features/namespace-prefixes", false);
+    reader.setFeature("http://trolltech.com/xml/features/report-whitespace-only-CharData", false);
+    reader.setContentHandler(&guard);
+    reader.setLexicalHandler(&guard);
+    reader.setDeclHandler(&guard);
+    QXmlInputSource source(&device); // by pieces, where a byte array would be turned into text as a whole
+    return reader.parse(source);
+}
+
 } // namespace
 
-bool loadXml(const std::string &text, const XmlLimits &limits, QDomDocument &document) {
+bool loadXml(const std::string &text, const XmlLimits &limits, XmlTree &tree) {
+    if (text.size() > largestText) return false;
     QByteArray bytes = QByteArray::fromRawData(text.data(), static_cast<int>(text.size()));
     QBuffer buffer(&bytes);
-    if (!buffer.open(QIODevice::ReadOnly)) return false;
-    QXmlInputSource source(&buffer); // by pieces, where a byte array would be turned into text as a whole
-    GuardedReader reader(limits, text.size());
-    return document.setContent(&source, &reader);
+    TreeTarget target(tree);
+    return buffer.open(QIODevice::ReadOnly) && parse(buffer, text.size(), limits, target);
 }
 
 QString firstElement(QIODevice &device, std::size_t size, const XmlLimits &limits) {
     FirstElement first;
-    QXmlInputSource source(&device);
-    GuardedReader reader(limits, size);
-    reader.setContentHandler(&first);
-    reader.setLexicalHandler(&first);
-    reader.parse(source);
+    parse(device, size, limits, first);
     return first.name();
 }
 
 QT_WARNING_POP
-
-QDomElement childOf(const QDomElement &parent, QLatin1String name) {
-    for (QDomNode node = parent.firstChild(); !node.isNull(); node = node.nextSibling())
-        if (node.isElement() && node.localName() == name) return node.toElement();
-    return QDomElement();
-}
-
-QString childText(const QDomElement &parent, QLatin1String name) { return childOf(parent, name).text(); }
 
 } // namespace EDA

@@ -2,19 +2,26 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace EDA {
 
 struct XmlLimits {
-    // Levels of elements within elements: the toolkit that takes a document down again does so by recursion.
+    // Levels of elements within elements: readers walk them by recursion.
     int depth = 256;
 
     // Prefixes of namespaces that hold at one place: the parser compares all of them at the end of each
     // element.
     std::size_t prefixes = 64;
 
-    // Attributes of one element: the document keeps them in a table that names can be made to defeat.
+    // Attributes of one element: one that is looked for is compared with each of them.
     std::size_t attributes = 1'000;
+
+    // Elements and attributes of a document, of up to twenty bytes each beside their texts.
+    std::uint32_t nodes = 50'000'000;
+
+    // Different names of elements and attributes.
+    std::uint32_t names = 100'000;
 
     // Entities that are declared: the parser looks for each of them in all others.
     std::size_t entities = 1'000;

@@ -6,8 +6,13 @@
 
 #include <gmock/gmock.h>
 
+#include <rapidjson/document.h>
+
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -123,7 +128,7 @@ TEST_F(ToolIdx, KindsThatAreLeftOutAreToldWithTheirNumbers) {
     EXPECT_THAT(result.err, HasSubstr(file + "3 instances of the kind 'Fiducial' are left out\n"));
     EXPECT_THAT(result.err, HasSubstr(file + "1 instance of the kind 'Cutout' is left out: not round\n"));
     EXPECT_THAT(result.err,
-                HasSubstr(file + "2 instances are left out: the item or its shape is not in the document\n"));
+                HasSubstr(file + "2 instances are left out: the item or its shape was not found\n"));
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 3);
 }
 
@@ -183,7 +188,58 @@ TEST_F(ToolIdx, ADocumentOfTheNewerStyleIsToldOnce) {
     EXPECT_EQ(result.status, 0) << result;
     EXPECT_THAT(result.err,
                 HasSubstr("2 items tell their kind by a geometryType: the document is of a newer style"));
+    EXPECT_THAT(result.err, HasSubstr(". Items: 2 VIA\n"));
     EXPECT_THAT(result.err, HasSubstr("no part of a board was found in the document"));
+}
+
+TEST_F(ToolIdx, ItemsOfTheNewerStyleAreToldByKindTheMostFrequentFirst) {
+    std::string items;
+    for (const char *type : {"VIA", "COMPONENT", "VIA", "KEEPOUT&#10;\xC2\x9B"})
+        items += "<foundation:Item geometryType=\"" + std::string(type) + "\"/>";
+    EXPECT_THAT(infoOfBody(items).err, HasSubstr(". Items: 2 VIA, 1 COMPONENT, 1 KEEPOUT\\u{0A}\\u{9B}\n"));
+    for (int i = 0; i < 30; ++i)
+        items += "<foundation:Item geometryType=\"OTHER_" + std::to_string(i) + "\"/>";
+    const std::string err = infoOfBody(items).err;
+    EXPECT_THAT(err, HasSubstr("34 items tell their kind"));
+    EXPECT_THAT(err, HasSubstr(". Items: 2 VIA, 1 COMPONENT, "));
+    EXPECT_THAT(err, HasSubstr(" and 13 more\n"));
+}
+
+// Real documents of the newer style.
+
+class CorpusIdx : public testing::Test {
+protected:
+    void SetUp() override {
+        std::ifstream stream(std::filesystem::u8path(corpus + "/facts.json"), std::ios::binary);
+        if (!stream) GTEST_SKIP() << "no folder of real designs here";
+        const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+        facts.Parse(text.c_str(), text.size());
+        ASSERT_FALSE(facts.HasParseError());
+    }
+    const std::string corpus = EDA_CORPUS;
+    rapidjson::Document facts;
+};
+
+TEST_F(CorpusIdx, InfoTellsEachKindOfItemThatItCannotTakeWithItsNumber) {
+    for (const char *name : {"idx/x01/baseline.idx", "idx/x02/demo-output.idx"}) {
+        SCOPED_TRACE(name);
+        const ToolResult result = runTool({"info", corpus + "/" + name});
+        EXPECT_EQ(result.status, 0) << result;
+        EXPECT_THAT(result.out, HasSubstr("Format              IDX\n"));
+        const std::size_t begin = result.err.find(" items tell their kind by a geometryType: ");
+        ASSERT_NE(begin, std::string::npos) << result;
+        const std::string line = result.err.substr(begin, result.err.find('\n', begin) - begin);
+        std::size_t total = 0;
+        ASSERT_TRUE(facts.HasMember(name));
+        const rapidjson::Value &types = facts[name]["geometryType"];
+        for (auto type = types.MemberBegin(); type != types.MemberEnd(); ++type) {
+            total += type->value.GetUint();
+            const std::string entry = std::to_string(type->value.GetUint()) + " " + type->name.GetString();
+            EXPECT_THAT(line + ",", HasSubstr(" " + entry + ","));
+        }
+        EXPECT_THAT(result.err, HasSubstr(": " + std::to_string(total) + " items tell their kind"));
+        EXPECT_THAT(result.err, HasSubstr("no part of a board was found in the document"));
+    }
 }
 
 // The example.

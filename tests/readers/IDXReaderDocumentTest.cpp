@@ -307,8 +307,27 @@ TEST_F(IDXReaderTest, ADocumentIsKnownByItsFirstElement) {
 TEST_F(IDXReaderTest, ItemsThatTellTheirGeometryTypeAreCounted) {
     readWell(element("Item", "", "id=\"A\" geometryType=\"COMPONENT\"") + withId("Item", "B", ""));
     EXPECT_EQ(reader.numTypedItems(), 1u);
+    EXPECT_THAT(reader.geometryTypes(), testing::ElementsAre(testing::Pair("COMPONENT", 1u)));
     readWell("");
     EXPECT_EQ(reader.numTypedItems(), 0u);
+    EXPECT_THAT(reader.geometryTypes(), testing::IsEmpty());
+}
+
+TEST_F(IDXReaderTest, ItemsBesideTheBodyTellTheirGeometryTypeAsWell) {
+    EXPECT_TRUE(readText("<EDMDDataSet><Body/><Item geometryType='VIA'/><Item/><Item geometryType='VIA'/>"
+                         "</EDMDDataSet>"));
+    EXPECT_EQ(reader.numTypedItems(), 2u);
+    EXPECT_THAT(reader.geometryTypes(), testing::ElementsAre(testing::Pair("VIA", 2u)));
+}
+
+TEST_F(IDXReaderTest, GeometryTypesBeyondTheFirstThousandAreCountedAlone) {
+    std::string items = element("Item", "", "geometryType=\"T0\"");
+    for (int i = 0; i < 1'500; ++i)
+        items += element("Item", "", "geometryType=\"T" + std::to_string(i) + "\"");
+    readWell(items + element("Item", "", "geometryType=\"T0\""));
+    EXPECT_EQ(reader.numTypedItems(), 1'502u);
+    EXPECT_EQ(reader.geometryTypes().size(), 1'000u);
+    EXPECT_EQ(reader.geometryTypes().at("T0"), 3u);
 }
 
 TEST_F(IDXReaderTest, OptionsAreThoseOfTheFormat) {
