@@ -1,4 +1,4 @@
-// Working folder, long names, the preferences folder and stored names.
+// Working folder, environment, long names, the folders of the user and of this software, and stored names.
 #include "host/FileSystem/OSPaths.h"
 #include "host/FileSystem/PathConverterBase.h"
 
@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -19,16 +20,19 @@ namespace {
 
 constexpr char nativeSeparator = static_cast<char>(fs::path::preferred_separator);
 
-// An environment variable that names a folder; empty when it isn't set.
-fs::path folderOf(const char *variable) {
+// What an environment variable says; nothing when it isn't set.
+std::optional<fs::path> valueOf(const char *variable) {
 #ifdef _WIN32
     const std::wstring name(variable, variable + std::char_traits<char>::length(variable));
     const wchar_t *value = _wgetenv(name.c_str());
 #else
     const char *value = std::getenv(variable);
 #endif
-    return value != nullptr ? fs::path(value) : fs::path();
+    return value != nullptr ? std::make_optional<fs::path>(value) : std::nullopt;
 }
+
+// An environment variable that names a folder; empty when it isn't set.
+fs::path folderOf(const char *variable) { return valueOf(variable).value_or(fs::path()); }
 
 #ifdef _WIN32
 fs::path userSettingsFolder() { return folderOf("APPDATA"); }
@@ -67,7 +71,19 @@ fs::path programFile() {
 }
 
 // From PREFIX/bin the folder is one level up; from the programs of a build tree up to four.
-constexpr int sharedFolderLevels = 4;
+constexpr int folderLevels = 4;
+
+// The folder of that relative name beside the program's folder or beside one above it; empty without one.
+std::string folderNearProgram(const fs::path &relative) {
+    fs::path above = programFile().parent_path();
+    for (int i = 0; i < folderLevels && above.has_relative_path(); ++i) {
+        above = above.parent_path();
+        std::error_code error;
+        const fs::path folder = above / relative;
+        if (fs::is_directory(folder, error)) return fromNative(folder);
+    }
+    return {};
+}
 
 } // namespace
 
@@ -82,6 +98,24 @@ bool OSPaths::setCurrentDirectory(const std::string &path) {
     fs::current_path(toNative(path), error);
     return !error;
 }
+
+std::string OSPaths::getAbsolutePath(const std::string &path) {
+    const fs::path native = toNative(path);
+    if (native.empty() || native.is_absolute()) return path;
+    std::error_code error;
+    const fs::path absolute = fs::absolute(native, error);
+    return error ? path : fromNative(absolute);
+}
+
+bool OSPaths::setEnvironment(const std::string &name, const std::string &value) {
+#ifdef _WIN32
+    return _wputenv_s(toNative(name).c_str(), toNative(value).c_str()) == 0;
+#else
+    return setenv(name.c_str(), value.c_str(), 1) == 0;
+#endif
+}
+
+std::string OSPaths::getEnvironment(const std::string &name) { return fromNative(folderOf(name.c_str())); }
 
 std::string OSPaths::getLongPathName(const std::string &path) {
 #ifdef _WIN32
@@ -100,14 +134,12 @@ std::string OSPaths::getDataFolder() { return chosenOr("EDA_DATA_DIR", userDataF
 std::string OSPaths::getSharedFolder() {
     const fs::path chosen = folderOf("EDA_SHARE_DIR");
     if (!chosen.empty()) return fromNative(chosen);
-    fs::path above = programFile().parent_path();
-    for (int i = 0; i < sharedFolderLevels && above.has_relative_path(); ++i) {
-        above = above.parent_path();
-        std::error_code error;
-        const fs::path folder = above / "share" / "eda";
-        if (fs::is_directory(folder, error)) return fromNative(folder);
-    }
-    return {};
+    return folderNearProgram(fs::path("share") / "eda");
+}
+
+std::string OSPaths::getToolsFolder() {
+    if (const std::optional<fs::path> chosen = valueOf("EDA_TOOLS_DIR")) return fromNative(*chosen);
+    return folderNearProgram(fs::path("libexec") / "eda-tools");
 }
 
 std::string PathConverterBase::fromFFLPath(const std::string &path) {

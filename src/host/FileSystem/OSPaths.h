@@ -12,6 +12,19 @@ struct OSPaths {
     // Changes the working folder of the whole process.
     static bool setCurrentDirectory(const std::string &path);
 
+    // The name from the root on, as the working folder is now. An absolute name and an empty one come back as
+    // they are.
+    static std::string getAbsolutePath(const std::string &path);
+
+    // Sets an environment variable of this process, and of the programs that it starts, to a UTF-8 text. An
+    // empty text leaves an empty variable where the system has such, and none elsewhere: who reads a variable
+    // takes both as unset. Not to be called while another thread reads the environment. False when the system
+    // refuses the name.
+    static bool setEnvironment(const std::string &name, const std::string &value);
+
+    // The value of an environment variable of this process; empty when it isn't set.
+    static std::string getEnvironment(const std::string &name);
+
     // The name with each shortened token written out, on systems that have short names. A name that doesn't
     // exist, and any name elsewhere, comes back as it is.
     static std::string getLongPathName(const std::string &path);
@@ -32,6 +45,12 @@ struct OSPaths {
     // running program or beside one of the few folders above it, which serves installations and build trees
     // alike. Empty when there is none.
     static std::string getSharedFolder();
+
+    // The folder of the programs that convert designs for this software. The environment variable
+    // EDA_TOOLS_DIR names it; set to an empty text, there is none. Without the variable it is the first
+    // folder "libexec/eda-tools" found as the shared folder is. Empty when there is none. (On Windows no
+    // variable is empty: there, one that names a missing folder does it.)
+    static std::string getToolsFolder();
 };
 
 } // namespace FileSystem

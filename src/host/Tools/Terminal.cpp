@@ -9,13 +9,24 @@
 
 namespace Tools {
 
-bool Terminal::isErrorOutput() {
-    constexpr int standardError = 2;
+namespace {
+
+constexpr int standardInput = 0;
+constexpr int standardOutput = 1;
+constexpr int standardError = 2;
+
+bool isTerminal(int stream) {
 #ifdef _WIN32
-    return _isatty(standardError) != 0;
+    return _isatty(stream) != 0;
 #else
-    return isatty(standardError) != 0;
+    return isatty(stream) != 0;
 #endif
 }
+
+} // namespace
+
+bool Terminal::isErrorOutput() { return isTerminal(standardError); }
+
+bool Terminal::canAsk() { return isTerminal(standardInput) && isTerminal(standardOutput); }
 
 } // namespace Tools

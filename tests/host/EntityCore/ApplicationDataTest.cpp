@@ -1,5 +1,6 @@
 // Where the application and its models keep files.
 #include "host/EntityCore/ApplicationData.h"
+#include "host/EntityCore/QuorvityApplicationData.h"
 #include "host/EntityCore/ReferencedFilesManager.h"
 
 #include "host/FileSystem/Directory.h"
@@ -41,6 +42,23 @@ TEST(ApplicationData, AFolderThatCannotBeMadeIsNone) {
 
 TEST(InstallationSettings, TheCurrentOnesAreThoseOfTheSystem) {
     EXPECT_EQ(InstallationSettings::current().getDataFolder(), FileSystem::OSPaths::getDataFolder());
+}
+
+TEST(QuorvityApplicationData, TheToolsFolderEndsInOneSlash) {
+    FileSystem::OSPaths::setEnvironment("EDA_TOOLS_DIR", "/opt/tools");
+    EXPECT_EQ(EntityGUI::QuorvityApplicationData("").getEDAToolsFolder(), "/opt/tools/");
+    FileSystem::OSPaths::setEnvironment("EDA_TOOLS_DIR", "/opt/tools/");
+    EXPECT_EQ(EntityGUI::QuorvityApplicationData("").getEDAToolsFolder(), "/opt/tools/");
+}
+
+TEST(QuorvityApplicationData, AnEmptyToolsFolderCanBeConfigured) {
+    FileSystem::OSPaths::setEnvironment("EDA_TOOLS_DIR", "");
+    EXPECT_EQ(EntityGUI::QuorvityApplicationData("").getEDAToolsFolder(), "");
+}
+
+TEST(QuorvityApplicationData, AllApplicationsShareOneConfiguration) {
+    FileSystem::OSPaths::setEnvironment("EDA_TOOLS_DIR", "/opt/tools");
+    EXPECT_EQ(EntityGUI::QuorvityApplicationData("other").getEDAToolsFolder(), "/opt/tools/");
 }
 
 TEST(ReferencedFilesManager, TheFolderOfALabelIsTheLabel) {
