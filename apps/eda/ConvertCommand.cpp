@@ -23,7 +23,9 @@ int run(const Arguments &arguments) {
     checkArguments(arguments);
     const std::string output = arguments.value("--output");
     checkOutputName(output);
-    Design design = readWholeDesign(arguments.operands(), designSettings(arguments));
+    DesignSettings settings = designSettings(arguments);
+    settings.importAs = "PCB"; // whatever imports make of it, a board is what is written
+    Design design = readWholeDesign(arguments.operands(), settings);
     stopIfInterrupted();
     const std::string file = inQuotes(design.files.front());
     if (!design.hasBoard) throw DesignFailure(file + ": is a library; its board file is missing");

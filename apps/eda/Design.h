@@ -19,6 +19,7 @@ struct SourceFile {
 // What the command line says about files that don't say it themselves.
 struct DesignSettings {
     std::vector<std::string> options;    // "Label=value", for formats whose reading has options
+    std::string importAs; // "PCB" or "Component", for formats that are read differently; empty: as is stored
     std::vector<std::string> layerOrder; // of Gerber files: the copper layers from top to bottom
     std::vector<std::string> spans;      // "FILE=FROM:TO"
     std::string drillFormat;             // "I.D"
@@ -28,6 +29,7 @@ struct DesignSettings {
     double copperX = 0.0;            // where their origin goes, in units of the board
     double copperY = 0.0;
     std::string stackup; // a file; empty: none
+    std::string step;    // of a design of several steps; empty: see SuiteSteps.h
 
     bool areOfGerber() const { return !layerOrder.empty() || !spans.empty() || !drillFormat.empty(); }
 };
@@ -37,6 +39,7 @@ struct Design {
     std::vector<std::string> files;      // all that were read
     std::vector<std::string> layerFiles; // of the layers of the board, where each has one
     bool hasBoard = false;               // false: only a library of components
+    bool isPackage = false;              // the board is but one component, made of bodies
     std::unique_ptr<EDA::EDAReader> reader;
     std::vector<std::string> warnings; // printable, one line each, with the name of the file
     std::vector<std::string> notices;  // the same: choices that were made and are no trouble

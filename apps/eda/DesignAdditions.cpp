@@ -43,6 +43,7 @@ Design readCopper(const Design &design, const DesignSettings &settings) {
                            " has layers of its own, so --copper has no place");
     DesignSettings own = settings;
     own.copper.clear();
+    own.step.clear();
     Design copper = readDesign(settings.copper, own);
     if (!findFormat(copper.format).isSetOfLayers)
         throw UsageFailure("--copper takes Gerber layers and drill files, but " +
@@ -106,6 +107,9 @@ void completeDesign(Design &design, const DesignSettings &settings) {
     if (settings.copper.empty() && settings.stackup.empty()) return;
     if (!design.hasBoard)
         throw DesignFailure(inQuotes(design.files.front()) + ": is a library; its board file is missing");
+    if (design.isPackage)
+        throw UsageFailure("--copper and --stackup are for boards, but " + inQuotes(design.files.front()) +
+                           " is read as a component");
     std::optional<Stackup> stackup; // read first, since copper may take long
     if (!settings.stackup.empty()) stackup = readStackup(settings.stackup);
     if (!settings.copper.empty()) addCopper(settings, design);

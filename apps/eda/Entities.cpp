@@ -37,6 +37,27 @@ std::string listOf(const std::vector<Entity *> &boards) {
     return list;
 }
 
+std::vector<Entity *> findPackages(const Model &model) {
+    std::vector<Entity *> packages;
+    visitEntities(model, [&packages](Entity &entity) {
+        if (entity.getType() == Component_t) packages.push_back(&entity);
+    });
+    return packages;
+}
+
+Entity *choose(const std::vector<Entity *> &boards, const std::string &file, const std::string &designator) {
+    if (boards.empty()) throw DesignFailure(inQuotes(file) + ": the model has no board");
+    if (designator.empty() && boards.size() > 1) {
+        throw UsageFailure(inQuotes(file) +
+                           " has several boards; choose one with --board: " + listOf(boards));
+    }
+    for (Entity *board : boards) {
+        if (designator.empty() || designatorOf(*board) == designator) return board;
+    }
+    throw UsageFailure(inQuotes(file) + " has no board " + inQuotes(designator) +
+                       "; its boards: " + listOf(boards));
+}
+
 } // namespace
 
 EntityCounts countEntities(const Model &model) {
@@ -54,17 +75,12 @@ std::vector<Entity *> findBoards(const Model &model) {
 }
 
 Entity *findBoard(const Model &model, const std::string &file, const std::string &designator) {
+    return choose(findBoards(model), file, designator);
+}
+
+Entity *findBoardOrPackage(const Model &model, const std::string &file, const std::string &designator) {
     const std::vector<Entity *> boards = findBoards(model);
-    if (boards.empty()) throw DesignFailure(inQuotes(file) + ": the model has no board");
-    if (designator.empty() && boards.size() > 1) {
-        throw UsageFailure(inQuotes(file) +
-                           " has several boards; choose one with --board: " + listOf(boards));
-    }
-    for (Entity *board : boards) {
-        if (designator.empty() || designatorOf(*board) == designator) return board;
-    }
-    throw UsageFailure(inQuotes(file) + " has no board " + inQuotes(designator) +
-                       "; its boards: " + listOf(boards));
+    return choose(boards.empty() ? findPackages(model) : boards, file, designator);
 }
 
 std::unique_ptr<Model> loadModel(const std::string &file) {

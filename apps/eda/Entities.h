@@ -24,6 +24,11 @@ std::vector<EntityModel::Entity *> findBoards(const EntityModel::Model &model);
 EntityModel::Entity *findBoard(const EntityModel::Model &model, const std::string &file,
                                const std::string &designator);
 
+// The same of what a picture can be made of: in a model without a board, the components that stand by
+// themselves, as an import of a package leaves them.
+EntityModel::Entity *findBoardOrPackage(const EntityModel::Model &model, const std::string &file,
+                                        const std::string &designator);
+
 // Loads a model file. Throws DesignFailure.
 std::unique_ptr<EntityModel::Model> loadModel(const std::string &file);
 

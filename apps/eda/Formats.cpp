@@ -44,11 +44,14 @@ void leaveOut(const std::string &file, const std::string &reason, Design &design
 // What lies in a folder beside a design is no reason not to read the design. False when there is no design.
 bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
     const std::size_t numBefore = candidates.size();
+    std::vector<Candidate> others;
     for (const std::string &file : filesInFolder(folder)) {
         try {
             const FormatDef *const format = formatOf(file);
             if (format == nullptr || format->name == nullptr) {
                 leaveOut(file, "it is in no format of designs that eda reads", design);
+            } else if (format->liesBesideOthers) {
+                others.push_back({file, format});
             } else {
                 candidates.push_back({file, format});
             }
@@ -56,6 +59,12 @@ bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, D
             design.warnings.push_back(failure.what());
         }
     }
+    if (candidates.size() == numBefore && others.size() == 1) {
+        candidates.push_back(others.front());
+        others.clear();
+    }
+    for (const Candidate &other : others)
+        leaveOut(other.file, "it is a design of its own, which is read when it is named", design);
     return candidates.size() > numBefore;
 }
 
@@ -105,11 +114,30 @@ const FormatDef &commonFormat(const std::vector<Candidate> &candidates) {
 const std::vector<FormatDef> &formats() {
     static const std::vector<FormatDef> table = {
         {"IDX", {".idx"}, looksLikeIdx, readIdxDesign, makeIdxReader},
+        {"IPC-2581", {".cvg"}, looksLikeIpc, readSuiteDesign, makeSuiteReader, false, true, true},
+        {"QVD", {".qvd"}, looksLikeLayout, readSuiteDesign, makeSuiteReader, false, false, true},
         {"IDF",
          {".emn", ".emp", ".brd", ".lib", ".bdf", ".ldf", ".idf"},
          looksLikeIdf,
          readIdfDesign,
          makeIdfReader},
+        {"Brisko",
+         {".mcm", ".sip"},
+         looksLikeBrisko,
+         readSuiteDesign,
+         makeSuiteReader,
+         false,
+         false,
+         true},
+        {archiveFormat,
+         {".zip", ".tgz", ".gz", ".z", ".tar", ".7z"},
+         looksLikeArchive,
+         readSuiteDesign,
+         makeSuiteReader,
+         false,
+         true,
+         true},
+        {"XFL", {".xfl"}, looksLikeXfl, readXflDesign, makeXflReader},
         {"Gerber",
          {".gbr", ".gtl", ".gbl", ".g1", ".g2", ".g3", ".g4", ".art", ".gdo", ".ger", ".pho", ".drl", ".xln",
           ".ncd", ".cnc", ".exc"},
@@ -151,6 +179,10 @@ Design readDesign(const std::vector<std::string> &files, const DesignSettings &s
     const FormatDef &format = commonFormat(candidates);
     if (settings.areOfGerber() && settings.copper.empty() && !format.isSetOfLayers) {
         throw UsageFailure("--layer-order, --span and --drill-format are for Gerber files, but " +
+                           inQuotes(candidates.front().file) + " is " + format.name);
+    }
+    if (!settings.step.empty() && !format.hasSteps) {
+        throw UsageFailure("--step is for IPC-2581 documents and archives, but " +
                            inQuotes(candidates.front().file) + " is " + format.name);
     }
     std::vector<std::string> taken;

@@ -19,7 +19,14 @@ struct FormatDef {
     std::unique_ptr<EDA::EDAReader> (
         *makeReader)();         // a reader with nothing read; null in the row of model files
     bool isSetOfLayers = false; // a file a layer: what else lies beside them is left out
+    bool hasSteps = false;      // a file may hold several boards, of which one is read
+    // Lies beside the files of other designs, as an archive of them or another form, so that a folder stands for
+    // such a file only when it holds nothing else.
+    bool liesBesideOthers = false;
 };
+
+// The name of the format of archives, which may hold several boards.
+constexpr const char *archiveFormat = "ODB++";
 
 // In the order in which they are tried.
 const std::vector<FormatDef> &formats();
@@ -39,6 +46,19 @@ std::unique_ptr<EDA::EDAReader> makeIdxReader();
 bool looksLikeIdf(const std::string &file, std::string_view head);
 void readIdfDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeIdfReader();
+
+// XFL: see XflDesign.cpp.
+bool looksLikeXfl(const std::string &file, std::string_view head);
+void readXflDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
+std::unique_ptr<EDA::EDAReader> makeXflReader();
+
+// IPC-2581, QVD, Brisko, ODB++: see SuiteFormats.cpp and SuiteDesign.cpp.
+bool looksLikeIpc(const std::string &file, std::string_view head);
+bool looksLikeLayout(const std::string &file, std::string_view head);
+bool looksLikeBrisko(const std::string &file, std::string_view head);
+bool looksLikeArchive(const std::string &file, std::string_view head);
+void readSuiteDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
+std::unique_ptr<EDA::EDAReader> makeSuiteReader();
 
 // Gerber: see GerberDesign.cpp.
 bool looksLikeGerber(const std::string &file, std::string_view head);

@@ -14,6 +14,8 @@ namespace EDATool {
 namespace {
 
 const OptionDef gerberOptions[] = {
+    {"--step", 0, "NAME", false,
+     "The step, that is the board or panel, of an IPC-2581 document or an\narchive that has several."},
     {"--option", 0, "\"Label=value\"", true,
      "Sets an import option that the reading of Gerber files uses, for\nexample \"Merge Conductors=No\"."},
     {"--layer-order", 0, "A,B,...", false,
@@ -85,10 +87,14 @@ std::vector<OptionDef> withGerberOptions(std::vector<OptionDef> options) {
 DesignSettings designSettings(const Arguments &arguments) {
     DesignSettings settings;
     settings.options = arguments.values("--option");
+    settings.importAs = arguments.value("--as");
+    if (!settings.importAs.empty() && settings.importAs != "PCB" && settings.importAs != "Component")
+        throw UsageFailure("--as " + inQuotes(settings.importAs) + " is unknown; it takes PCB or Component");
     settings.layerOrder = splitList(arguments.value("--layer-order"));
     settings.spans = arguments.values("--span");
     settings.drillFormat = arguments.value("--drill-format");
     settings.stackup = arguments.value("--stackup");
+    settings.step = arguments.value("--step");
     readCopperSettings(arguments, settings);
     return settings;
 }

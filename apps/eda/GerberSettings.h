@@ -8,7 +8,7 @@
 
 namespace EDATool {
 
-// The options of a command, and those for Gerber sets behind them. "--option" is among these unless the
+// The options of a command, and behind them those for designs of several steps and for Gerber sets. "--option" is among these unless the
 // command has it already.
 std::vector<OptionDef> withGerberOptions(std::vector<OptionDef> options);
 

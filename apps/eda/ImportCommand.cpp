@@ -44,10 +44,6 @@ void checkArguments(const Arguments &arguments) {
     if (arguments.has("--board") && !arguments.has("--into")) {
         throw UsageFailure("--board chooses a board of the model that --into names");
     }
-    const std::string kind = arguments.value("--as", "PCB");
-    if (kind != "PCB" && kind != "Component") {
-        throw UsageFailure("--as " + inQuotes(kind) + " is unknown; it takes PCB or Component");
-    }
     if (arguments.has("--library") && arguments.has("--no-library"))
         throw UsageFailure("--library names a library and --no-library wants none");
 }
@@ -180,7 +176,9 @@ CommandDef importCommand() {
         withGerberOptions(
             {{"--output", 'o', "MODEL.json", false, "Where the model goes. It appears whole or not at all."},
              {"--as", 0, "PCB|Component", false,
-              "What the board becomes. Default: the stored option, else PCB."},
+              "What the board becomes. Default: the stored option, else PCB. An XFL file\nbecomes one "
+              "component "
+              "made of solids, in the chassis or on the board of --into."},
              {"--into", 0, "MODEL.json", false,
               "Imports over the board of this model instead of making a new one."},
              {"--board", 0, "DESIGNATOR", false, "Which board of that model, where it has several."},

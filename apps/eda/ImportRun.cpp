@@ -13,8 +13,10 @@
 #include "host/EntityModel/Undo.h"
 #include "host/FileSystem/File.h"
 #include "import/EDAImporter.h"
+#include "ImportOptions.h"
 #include "Printable.h"
 #include "Report.h"
+#include "XflPackage.h"
 
 namespace EDATool {
 
@@ -33,6 +35,30 @@ public:
 private:
     EntityGUI::GeometryBuilder builder_;
 };
+
+Entity *chassisOf(const ImportTarget &target) {
+    return EntityFetcher::getBoundingEntity(target.model->root());
+}
+
+// A package comes onto a board of its own first, which a test chamber has no second place for.
+Entity *parentOf(const Design &design, const ImportTarget &target) {
+    if (!design.isPackage) return target.model->root();
+    Entity *const chassis = chassisOf(target);
+    if (chassis != nullptr && chassis->getType() == Chassis_t) return chassis;
+    throw DesignFailure(inQuotes(design.files.front()) +
+                        ": a package goes into models with a chassis only, and this one has none");
+}
+
+void preparePackage(Design &design, Entity &options) {
+    completeEdge(design.board());
+    changeImportOption(options, "--as", "Import Type=PCB");
+}
+
+void finishPackage(const Design &design, const ImportTarget &target, Entity *board, bool wasCancelled) {
+    Entity *const place = target.board != nullptr ? target.board : chassisOf(target);
+    if (takeOutPackage(board, place, design.board()) == nullptr && !wasCancelled)
+        throw DesignFailure(inQuotes(design.files.front()) + ": no component could be made");
+}
 
 } // namespace
 
@@ -57,14 +83,15 @@ ImportOutcome runImport(const ImportSettings &settings, Design &design, ImportTa
     ConsoleProgress progress;
     EDA::EDAImporter importer(settings.libraries.components(), settings.arguments.value("--type-map"),
                               Libraries::shippedTypeMap());
+    if (design.isPackage) preparePackage(design, *settings.options.root());
     importer.setImportOptions(settings.options.root(), design.board());
     chooseComponentTypes(importer, design.board(), target.board);
     // Pictures of layers go into a folder beside the model.
     EntityGUI::EntityManager::s_CurrentFilename = settings.arguments.value("--output");
     const std::uint64_t firstNewId = target.model->nextId();
-    Entity *const board =
-        importer.importBoard(design.reader.get(), target.board, target.model->root(), &progress);
-    outcome.isComponent = importer.getImportAs() == Component_t;
+    Entity *const board = importer.importBoard(design.reader.get(), design.isPackage ? nullptr : target.board,
+                                               parentOf(design, target), &progress);
+    outcome.isComponent = design.isPackage || importer.getImportAs() == Component_t;
     outcome.wasCancelled = progress.wasCancelled();
     outcome.messages = joinedLines(messageLines(importer.getErrorString()));
     if (board == nullptr && !outcome.wasCancelled) {
@@ -74,6 +101,7 @@ ImportOutcome runImport(const ImportSettings &settings, Design &design, ImportTa
     outcome.parts = summarizeParts(
         {design.board(), board, firstNewId, settings.libraries.components(), outcome.wasCancelled});
     outcome.copper = summarizeCopper(design.board(), *settings.options.root());
+    if (design.isPackage && board != nullptr) finishPackage(design, target, board, outcome.wasCancelled);
     for (const std::string &line : settings.libraries.newMessages())
         outcome.messages += (outcome.messages.empty() ? "" : "\n") + line;
     return outcome;

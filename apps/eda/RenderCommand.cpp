@@ -111,6 +111,7 @@ BareWindow bareWindowOf(const Arguments &arguments) {
 
 DesignSettings settingsOf(const Arguments &arguments) {
     DesignSettings settings = designSettings(arguments);
+    settings.importAs = "PCB"; // whatever imports make of it, a board has layers to be drawn
     if (arguments.has("--merged")) settings.options.emplace_back("Merge Conductors=Yes");
     if (arguments.has("--no-merge")) settings.options.emplace_back("Merge Conductors=No");
     return settings;
@@ -132,7 +133,8 @@ BoardView readView(const Arguments &arguments, const std::string &output) {
         checkNoDesignOptions(arguments);
         const std::unique_ptr<EntityModel::Model> model = loadModel(files.front());
         checkNotRead(output, files);
-        const EntityModel::Entity &board = *findBoard(*model, files.front(), arguments.value("--board"));
+        const EntityModel::Entity &board =
+            *findBoardOrPackage(*model, files.front(), arguments.value("--board"));
         return wantsLayer ? viewOfModelLayer(board, layer) : viewOfModel(board, side);
     }
     if (arguments.has("--board")) throw UsageFailure("--board chooses a board of a model file");

@@ -28,8 +28,9 @@ std::string usageText() {
            "  -h, --help  Prints this text; behind a command, that command's.\n"
            "  --version   Prints the version.\n\n"
            "Reads IDF 2.0 and 3.0 designs (.emn with .emp, .brd with .lib, .bdf with .ldf, .idf with .lib),\n"
-           "IDX documents (.idx, .xml), sets of Gerber layers and drill files, and its own model files\n"
-           "(.json).\n\n"
+           "IDX documents (.idx, .xml), IPC-2581 documents (.xml, .cvg), layouts in text form (.qvd), XFL\n"
+           "files (.xfl), sets of Gerber layers and drill files, and its own model files (.json). Of other\n"
+           "designs of the layout suite (.brd, .mcm, .sip, archives) it reads the .qvd beside them.\n\n"
            "Exit status: 0 done; 1 a file could not be read, imported or written; 2 wrong usage;\n"
            "3 cancelled. Warnings go to standard error and do not change the status.\n";
 }

@@ -17,6 +17,20 @@ if(NOT output MATCHES "is Polygon, 1\\.6 mm thick, with [1-9][0-9]* holes\nafter
   message(FATAL_ERROR "unexpected output:\n${output}")
 endif()
 
+# The installed programs find libEDA, and the tool finds the folder of tools, without any set-up.
+set(suite "${WORK_DIR}/prefix/${LIBEXECDIR}/eda-tools/QuorvitySuite.exe")
+file(WRITE "${WORK_DIR}/small.txt" "EDA-LAYOUT 1\noutline\nelement polygon solid 0 \"\" \"\" 0 0 0.02 0 0.02 0.01\nend\n")
+file(REMOVE "${WORK_DIR}/small.qvd")
+run("${suite}" "${WORK_DIR}/small.txt")
+run("${WORK_DIR}/prefix/${BINDIR}/eda" info "${WORK_DIR}/small.qvd")
+if(NOT output MATCHES "Outline +3 points")
+  message(FATAL_ERROR "unexpected output:\n${output}")
+endif()
+run("${WORK_DIR}/prefix/${BINDIR}/eda" info "${DOCUMENT}")
+if(NOT output MATCHES "Format +IPC-2581")
+  message(FATAL_ERROR "unexpected output:\n${output}")
+endif()
+
 find_program(pkg_config pkg-config)
 if(pkg_config)
   file(GLOB_RECURSE pc "${WORK_DIR}/prefix/*/eda.pc")

@@ -24,28 +24,18 @@ inline std::ostream &operator<<(std::ostream &stream, const ToolResult &result) 
     return stream << "status " << result.status << "\nstdout:\n" << result.out << "\nstderr:\n" << result.err;
 }
 
-// Runs the tool of EDA_TOOL to its end, with no user preferences but those in `configFolder`, and with the
-// materials and the type map of the source tree unless another folder of shared files is named.
-inline ToolResult runTool(const std::vector<std::string> &arguments,
-                          const std::string &configFolder = "/nonexistent",
-                          const std::string &workingFolder = std::string(),
-                          const std::string &sharedFolder = EDA_TEST_DATA "/../../share/eda") {
+// Runs a program to its end.
+inline ToolResult runProgram(const std::string &program, const std::vector<std::string> &arguments,
+                             const QProcessEnvironment &environment,
+                             const std::string &workingFolder = std::string()) {
     constexpr int timeout = 100'000; // milliseconds, also for a sanitized build on a busy machine
     QStringList texts;
     for (const std::string &argument : arguments)
         texts << QString::fromStdString(argument);
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("EDA_CONFIG_DIR", QString::fromStdString(configFolder));
-    environment.insert("EDA_SHARE_DIR", QString::fromStdString(sharedFolder));
-    // Whole stacks, so that what the toolkit leaks is known by its name. Without sanitizers nobody reads
-    // this.
-    environment.insert("LSAN_OPTIONS",
-                       "fast_unwind_on_malloc=0:print_suppressions=0:suppressions=" EDA_TEST_DATA
-                       "/../support/lsan.supp");
     process.setProcessEnvironment(environment);
     if (!workingFolder.empty()) process.setWorkingDirectory(QString::fromStdString(workingFolder));
-    process.start(QString::fromUtf8(EDA_TOOL), texts);
+    process.start(QString::fromStdString(program), texts);
     ToolResult result;
     if (!process.waitForFinished(timeout)) {
         process.kill();
@@ -56,6 +46,30 @@ inline ToolResult runTool(const std::vector<std::string> &arguments,
     result.out = process.readAllStandardOutput().toStdString();
     result.err = process.readAllStandardError().toStdString();
     return result;
+}
+
+// What the tool is run with: no user preferences but those in `configFolder`, and the materials and the type
+// map of the source tree unless another folder of shared files is named.
+inline QProcessEnvironment toolEnvironment(const std::string &configFolder = "/nonexistent",
+                                           const std::string &sharedFolder = EDA_TEST_DATA
+                                           "/../../share/eda") {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("EDA_CONFIG_DIR", QString::fromStdString(configFolder));
+    environment.insert("EDA_SHARE_DIR", QString::fromStdString(sharedFolder));
+    // Whole stacks, so that what the toolkit leaks is known by its name. Without sanitizers nobody reads
+    // this.
+    environment.insert("LSAN_OPTIONS",
+                       "fast_unwind_on_malloc=0:print_suppressions=0:suppressions=" EDA_TEST_DATA
+                       "/../support/lsan.supp");
+    return environment;
+}
+
+// Runs the tool of EDA_TOOL to its end.
+inline ToolResult runTool(const std::vector<std::string> &arguments,
+                          const std::string &configFolder = "/nonexistent",
+                          const std::string &workingFolder = std::string(),
+                          const std::string &sharedFolder = EDA_TEST_DATA "/../../share/eda") {
+    return runProgram(EDA_TOOL, arguments, toolEnvironment(configFolder, sharedFolder), workingFolder);
 }
 
 } // namespace TestSupport
