@@ -37,6 +37,14 @@ EDAOutline::EDAOutline(EDAOutline &&other) noexcept
       name_(std::move(other.name_)), material_(std::move(other.material_)),
       modelDimension_(other.modelDimension_) {
     other.clear();
+    // A copy's internal outlines have no caches either, at any depth.
+    auto const clearCaches = [](auto const &self, std::vector<EDAOutline> &outlines) -> void {
+        for (EDAOutline &each : outlines) {
+            each.clearCache();
+            self(self, each.internalOutlines_);
+        }
+    };
+    clearCaches(clearCaches, internalOutlines_);
 }
 
 EDAOutline &EDAOutline::operator=(EDAOutline const &other) {
@@ -59,8 +67,11 @@ EDAOutline &EDAOutline::operator=(EDAOutline const &other) {
 
 EDAOutline &EDAOutline::operator=(EDAOutline &&other) noexcept {
     if (this == &other) return *this;
-    // As above: the old internal outlines live until `other` is no longer needed.
-    std::vector<EDAOutline> internalOutlines(std::move(other.internalOutlines_));
+    // As above: the old internal outlines live until `other` is no longer needed. The new ones are moved by
+    // construction, which leaves their caches behind.
+    EDAOutline internals;
+    internals.internalOutlines_.swap(other.internalOutlines_);
+    EDAOutline fresh(std::move(internals));
     points_ = std::move(other.points_);
     zLow_ = other.zLow_;
     zHigh_ = other.zHigh_;
@@ -72,7 +83,7 @@ EDAOutline &EDAOutline::operator=(EDAOutline &&other) noexcept {
     bound_ = other.bound_;
     modelDimension_ = other.modelDimension_;
     other.clear();
-    internalOutlines_.swap(internalOutlines);
+    internalOutlines_.swap(fresh.internalOutlines_);
     return *this;
 }
 

@@ -229,9 +229,9 @@ public:
     // outline that does, earlier ones of the caller's included, and to none if none does. False, and nothing
     // has changed, when a coordinate is not finite or an outline crosses itself too often.
     bool mergeOutline(EDAOutline const &other, std::vector<EDAOutline> &extraOutlines);
-    // The same with many at once; one that cannot be clipped is left out. After each, when `progress` is
-    // given, counts one up in `count`, shows it and asks whether to go on; after a cancel those not yet taken
-    // stay out. False, and nothing has changed, when this outline itself cannot be clipped.
+    // The same with many at once. One that is not finite is left out; one that crosses itself too often is
+    // an extra outline. After each, when `progress` is given, counts one up in `count`, shows it and asks
+    // whether to go on; a cancel leaves the rest out. False, with no change, if this itself can't be clipped.
     bool mergeOutlines(std::vector<EDAOutline *> const &others, std::vector<EDAOutline> &extraOutlines,
                        Tools::ToolProgress *progress, std::size_t &count);
 

@@ -20,12 +20,14 @@ void startStep(Tools::ToolProgress *progress, char const *text, std::size_t maxi
     progress->start();
 }
 
+bool isCancelled(Tools::ToolProgress *progress) { return progress && progress->isCancelled(); }
+
 } // namespace
 
 bool EDAOutlineMerge::mergeConductors(Tools::ToolProgress *progress) {
     OverlapMap overlaps;
     if (!findOverlaps(overlaps, progress)) return false;
-    mergeGroups(overlaps, progress);
+    mergeAllGroups(overlaps, progress);
     outlines_.erase(std::remove_if(outlines_.begin(), outlines_.end(),
                                    [](EDAOutline const &outline) { return outline.empty(); }),
                     outlines_.end());
@@ -45,18 +47,46 @@ bool EDAOutlineMerge::findOverlaps(OverlapMap &overlaps, Tools::ToolProgress *pr
     return !overlaps.empty();
 }
 
-void EDAOutlineMerge::mergeGroups(OverlapMap const &overlaps, Tools::ToolProgress *progress) {
-    std::vector<std::size_t> const keys = overlaps.keys();
-    startStep(progress, "Merge Conductors", keys.size());
-    std::vector<bool> seen(outlines_.size());
+void EDAOutlineMerge::findOverlapsAmong(std::vector<std::size_t> const &members, OverlapMap &overlaps,
+                                        Tools::ToolProgress *progress) {
+    OverlapSearch search(outlines_, &members);
+    for (std::size_t const member : members) {
+        search.addLater(member, overlaps);
+        if (isCancelled(progress)) break;
+    }
+    overlaps.sort(outlines_.size());
+}
+
+// Where the first of a group cannot be clipped, the others may hang together without it; and so on, where the
+// first of those is such another.
+void EDAOutlineMerge::mergeAllGroups(OverlapMap const &overlaps, Tools::ToolProgress *progress) {
+    startStep(progress, "Merge Conductors", overlaps.keys().size());
     std::size_t count = 0;
-    for (std::size_t const key : keys) {
-        if (outlines_[key].empty()) continue;
+    std::vector<std::size_t> left = mergeGroups(overlaps, progress, count);
+    while (!left.empty() && !isCancelled(progress)) {
+        OverlapMap among;
+        findOverlapsAmong(left, among, progress);
+        left = mergeGroups(among, progress, count);
+    }
+}
+
+// Gives, ascending, the members of groups whose first cannot be clipped, but for these first ones.
+std::vector<std::size_t> EDAOutlineMerge::mergeGroups(OverlapMap const &overlaps,
+                                                      Tools::ToolProgress *progress, std::size_t &count) {
+    std::vector<bool> seen(outlines_.size());
+    std::vector<std::size_t> left;
+    for (std::size_t const key : overlaps.keys()) {
+        if (seen[key] || outlines_[key].empty()) continue;
         std::vector<EDAOutline *> toMerge;
         getConductorsToMerge(key, overlaps, seen, toMerge);
-        if (!toMerge.empty()) mergeConductors(outlines_[key], toMerge, progress, count);
-        if (progress && progress->isCancelled()) break;
+        if (!toMerge.empty() && !mergeConductors(outlines_[key], toMerge, progress, count)) {
+            for (EDAOutline const *each : toMerge)
+                left.push_back(static_cast<std::size_t>(each - outlines_.data()));
+        }
+        if (isCancelled(progress)) break;
     }
+    std::sort(left.begin(), left.end());
+    return left;
 }
 
 // Depth first, but all neighbours of an outline before their own; without recursion, since a chain of strokes
@@ -79,11 +109,11 @@ void EDAOutlineMerge::getConductorsToMerge(std::size_t root, OverlapMap const &o
     }
 }
 
-void EDAOutlineMerge::mergeConductors(EDAOutline &root, std::vector<EDAOutline *> &toMerge,
+bool EDAOutlineMerge::mergeConductors(EDAOutline &root, std::vector<EDAOutline *> &toMerge,
                                       Tools::ToolProgress *progress, std::size_t &count) {
     root.setModelDimension(modelDimension_);
     std::vector<EDAOutline> extra;
-    if (!root.mergeOutlines(toMerge, extra, progress, count)) return;
+    if (!root.mergeOutlines(toMerge, extra, progress, count)) return false;
     // Those that a cancel left out go too.
     for (EDAOutline *merged : toMerge)
         merged->clear();
@@ -91,6 +121,7 @@ void EDAOutlineMerge::mergeConductors(EDAOutline &root, std::vector<EDAOutline *
     outlines_.insert(outlines_.end(), std::make_move_iterator(extra.begin()),
                      std::make_move_iterator(extra.end()));
     if (progress) progress->setValue(static_cast<int>(++count));
+    return true;
 }
 
 } // namespace EDA

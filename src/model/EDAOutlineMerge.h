@@ -45,7 +45,8 @@ public:
 
     // Unites each group of outlines that overlap (`EDAOutline::overlaps`), directly or through others, into
     // the first of them (`EDAOutline::mergeOutlines`); further pieces go behind the others. The rest keeps
-    // its order. False, and nothing has changed, when no two overlap.
+    // its order. False, and nothing has changed, when no two overlap. An outline that cannot be clipped stays
+    // as it is; behind the others, where it is not the first of its group.
     //
     // `progress` may be null. A cancel while overlaps are searched uses those found so far; one while a group
     // is united loses the outlines of that group that were not yet taken, and leaves the groups after it as
@@ -54,10 +55,14 @@ public:
 
 private:
     bool findOverlaps(OverlapMap &overlaps, Tools::ToolProgress *progress);
-    void mergeGroups(OverlapMap const &overlaps, Tools::ToolProgress *progress);
+    void findOverlapsAmong(std::vector<std::size_t> const &members, OverlapMap &overlaps,
+                           Tools::ToolProgress *progress);
+    void mergeAllGroups(OverlapMap const &overlaps, Tools::ToolProgress *progress);
+    std::vector<std::size_t> mergeGroups(OverlapMap const &overlaps, Tools::ToolProgress *progress,
+                                         std::size_t &count);
     void getConductorsToMerge(std::size_t root, OverlapMap const &overlaps, std::vector<bool> &seen,
                               std::vector<EDAOutline *> &toMerge);
-    void mergeConductors(EDAOutline &root, std::vector<EDAOutline *> &toMerge, Tools::ToolProgress *progress,
+    bool mergeConductors(EDAOutline &root, std::vector<EDAOutline *> &toMerge, Tools::ToolProgress *progress,
                          std::size_t &count);
 
     std::vector<EDAOutline> outlines_;

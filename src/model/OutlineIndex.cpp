@@ -58,8 +58,10 @@ bool OutlineIndex::contains(EDAOutline const &outline, std::pair<double, double>
     PointList const &points = outline.getPoints(true);
     if (points.size() >= manyPoints) {
         if (!edges_) edges_.emplace(points);
+        numPointTests_ += indexTests;
         return edges_->contains(point.first, point.second);
     }
+    numPointTests_ += points.size();
     bool inside = false;
     for (std::size_t i = 0; i < points.size(); ++i) {
         auto const &to = points[i + 1 < points.size() ? i + 1 : 0];
@@ -73,6 +75,7 @@ bool OutlineIndex::anyPointWithin(EDAOutline const &outline, Geometry::Bound2D c
                                   Test const &test) {
     PointList const &points = outline.getPoints(true);
     auto const anyOf = [&](std::size_t begin, std::size_t end) {
+        numPointTests_ += end - begin;
         return std::any_of(points.begin() + static_cast<std::ptrdiff_t>(begin),
                            points.begin() + static_cast<std::ptrdiff_t>(end), [&](auto const &point) {
                                return bound.contains(point.first, point.second, boundTolerance) &&
@@ -105,7 +108,11 @@ bool OutlineIndex::isInHole(EDAOutline const &outline, EDAOutline const &other) 
 bool OutlineIndex::encloses(EDAOutline const &outline, std::uint32_t hole, EDAOutline const &other) {
     ++numHoleTests_;
     EDAOutline const &internal = *std::next(outline.beginInternalOutlines(), hole);
-    if (internal.getPoints(true).size() < manyPoints) return internal.enclosesOutline(other);
+    std::size_t const numEdges = internal.getPoints(true).size();
+    if (internal.getBound().contains(other.getBound(), boundTolerance)) {
+        numPointTests_ += other.getPoints(true).size() * (numEdges < manyPoints ? numEdges : indexTests);
+    }
+    if (numEdges < manyPoints) return internal.enclosesOutline(other);
     return EDA::encloses(internal, other, holeEdges_[hole]);
 }
 

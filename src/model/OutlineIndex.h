@@ -35,6 +35,9 @@ public:
     // How often one of its holes was held against an outline, so far.
     std::size_t numHoleTests() const { return numHoleTests_; }
 
+    // How many points were looked at or held against an edge, so far, at most.
+    std::size_t numPointTests() const { return numPointTests_; }
+
 private:
     using PointList = EDAOutline::PointList;
 
@@ -42,6 +45,8 @@ private:
     static constexpr std::size_t manyPoints = 128;
     static constexpr int manyInternals = 16;
     static constexpr std::size_t run = 16; // points in one box
+    // What a question to the index of many edges costs, in points held against an edge.
+    static constexpr std::size_t indexTests = 16;
 
     bool contains(EDAOutline const &outline, std::pair<double, double> const &point);
     template <typename Test>
@@ -59,6 +64,7 @@ private:
     std::unordered_map<std::uint32_t, std::optional<EdgeIndex>> holeEdges_;
     int numInternals_ = 0; // that were looked at
     std::size_t numHoleTests_ = 0;
+    std::size_t numPointTests_ = 0;
 };
 
 } // namespace EDA

@@ -19,13 +19,27 @@ bool isFinite(EDAOutline const &outline) {
     return own && std::all_of(outline.beginInternalOutlines(), outline.endInternalOutlines(), isFinite);
 }
 
-std::vector<Geometry::Bound2D> boundsOf(std::vector<EDAOutline> const &outlines) {
-    std::vector<Geometry::Bound2D> bounds;
-    bounds.reserve(outlines.size());
-    for (EDAOutline const &outline : outlines) {
-        bounds.push_back(isFinite(outline) ? outline.getBound() : Geometry::Bound2D());
+// In the reset state for what takes no part.
+std::vector<Geometry::Bound2D> boundsOf(std::vector<EDAOutline> const &outlines,
+                                        std::vector<std::size_t> const *members) {
+    std::vector<Geometry::Bound2D> bounds(outlines.size());
+    std::size_t const count = members ? members->size() : outlines.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        std::size_t const number = members ? (*members)[i] : i;
+        if (isFinite(outlines[number])) bounds[number] = outlines[number].getBound();
     }
     return bounds;
+}
+
+std::vector<OutlineStrip> stripsOf(std::vector<EDAOutline> const &outlines,
+                                   std::vector<Geometry::Bound2D> const &bounds) {
+    std::vector<OutlineStrip> strips;
+    strips.reserve(outlines.size());
+    for (std::size_t i = 0; i < outlines.size(); ++i) {
+        bool const takesPart = bounds[i].isValid() && !OutlineIndex::isWorthwhile(outlines[i]);
+        strips.push_back(takesPart ? OutlineStrip(outlines[i]) : OutlineStrip());
+    }
+    return strips;
 }
 
 } // namespace
@@ -70,8 +84,9 @@ void Groups::join(std::size_t a, std::size_t b) {
     parents_[std::max(first, second)] = std::min(first, second);
 }
 
-OverlapSearch::OverlapSearch(std::vector<EDAOutline> const &outlines)
-    : outlines_(outlines), bounds_(boundsOf(outlines)), tree_(bounds_), groups_(outlines.size()) {
+OverlapSearch::OverlapSearch(std::vector<EDAOutline> const &outlines, std::vector<std::size_t> const *members)
+    : outlines_(outlines), bounds_(boundsOf(outlines, members)), strips_(stripsOf(outlines, bounds_)),
+      tree_(bounds_), groups_(outlines.size()) {
     for (std::size_t level = 0; level < tree_.numLevels(); ++level) {
         members_.emplace_back(level == 0 ? 0 : tree_.numNodes(level), mixed);
     }
@@ -82,7 +97,7 @@ void OverlapSearch::addLater(std::size_t index, OverlapMap &overlaps) {
         bounds_[index], boundTolerance,
         [&](std::size_t other) {
             if (other <= index || groups_.of(other) == groups_.of(index)) return;
-            if (!meets(index, other)) return;
+            if (areApart(index, other) || !meets(index, other)) return;
             overlaps.add(index, other);
             groups_.join(index, other);
         },
@@ -110,6 +125,14 @@ bool OverlapSearch::meets(std::size_t first, std::size_t second) {
     OutlineIndex *const index = keptIndex(first), *const otherIndex = keptIndex(second);
     return OutlineIndex::overlap(outlines_[first], index ? *index : small, outlines_[second],
                                  otherIndex ? *otherIndex : otherSmall);
+}
+
+// Tells it without a look at all points and edges where one of the two is a strip that runs aslant, and the
+// other beside it: the boxes of such say little.
+bool OverlapSearch::areApart(std::size_t first, std::size_t second) {
+    OutlineStrip const &strip = strips_[first], &otherStrip = strips_[second];
+    return (strip.isNarrow() && otherStrip.isKnown() && strip.isBeside(outlines_[second])) ||
+           (otherStrip.isNarrow() && strip.isKnown() && otherStrip.isBeside(outlines_[first]));
 }
 
 // Null for an outline that is not worth one.

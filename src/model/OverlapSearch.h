@@ -4,6 +4,7 @@
 #include "model/BoundTree.h"
 #include "model/EDAOutline.h"
 #include "model/OutlineIndex.h"
+#include "model/OutlineStrip.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -52,7 +53,9 @@ private:
 // coordinate that is not finite overlaps nothing: it could not be united.
 class OverlapSearch {
 public:
-    explicit OverlapSearch(std::vector<EDAOutline> const &outlines);
+    // With `members`, all others take no part.
+    explicit OverlapSearch(std::vector<EDAOutline> const &outlines,
+                           std::vector<std::size_t> const *members = nullptr);
 
     // Adds to `overlaps` the outlines behind `index` that overlap it, but for those that hang together with
     // it through others.
@@ -61,10 +64,12 @@ public:
 private:
     bool isWholeGroup(BoundTree::Place place, std::uint32_t group);
     bool meets(std::size_t first, std::size_t second);
+    bool areApart(std::size_t first, std::size_t second);
     OutlineIndex *keptIndex(std::size_t number);
 
     std::vector<EDAOutline> const &outlines_;
     std::vector<Geometry::Bound2D> bounds_; // in the reset state for what is not finite
+    std::vector<OutlineStrip> strips_;
     BoundTree tree_;
     Groups groups_;
     // Of each node above the leaves: a box of the one group that all below it are known to be in, or `mixed`.

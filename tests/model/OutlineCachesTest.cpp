@@ -157,6 +157,33 @@ TEST(EDAOutlineCaches, MovingAssignmentGivesWhatTheCopyingOneGives) {
     EXPECT_TRUE(item.getPoints(false).empty());
 }
 
+TEST(EDAOutlineCaches, InternalOutlinesOfAMovedOutlineAreFreshAtAnyDepth) {
+    for (bool const isAssigned : {false, true}) {
+        EDAOutline item = outline("0,0 9,0 9,9", "1,1 2,1 3,1 3,2");
+        item.beginInternalOutlines()->addInternalOutline(outline("5,5 6,5 7,5 7,6"));
+        EDAOutline &first = *item.beginInternalOutlines(), &second = *first.beginInternalOutlines();
+        first.removeDegeneratePoints();
+        second.getPoints(false);
+        ASSERT_EQ(first.getPoints(true).size(), 4u) << "the list of before";
+        EDAOutline assigned;
+        if (isAssigned) assigned = std::move(item);
+        EDAOutline const target = isAssigned ? EDAOutline(std::move(assigned)) : EDAOutline(std::move(item));
+        EDAOutline const &internal = *target.beginInternalOutlines();
+        EXPECT_THAT(internal.getPoints(true), PointsAre("1,1 3,1 3,2"));
+        EXPECT_THAT(internal.beginInternalOutlines()->getPoints(true), PointsAre("5,5 7,5 7,6"));
+    }
+}
+
+TEST(EDAOutlineCaches, InternalOutlinesAreFreshAfterAMovingAssignmentAsAfterACopyingOne) {
+    EDAOutline item = outline("0,0 9,0 9,9", "1,1 2,1 3,1 3,2");
+    item.beginInternalOutlines()->removeDegeneratePoints();
+    EDAOutline copied, moved;
+    copied = item;
+    moved = std::move(item);
+    EXPECT_THAT(copied.beginInternalOutlines()->getPoints(true), PointsAre("1,1 3,1 3,2"));
+    EXPECT_THAT(moved.beginInternalOutlines()->getPoints(true), PointsAre("1,1 3,1 3,2"));
+}
+
 TEST(EDAOutlineCaches, GrowingListOfOutlinesMovesThem) {
     EXPECT_TRUE(std::is_nothrow_move_constructible<EDAOutline>::value);
     EXPECT_TRUE(std::has_virtual_destructor<EDAOutline>::value);

@@ -67,6 +67,15 @@ std::vector<std::size_t> indexedGroups(std::vector<EDAOutline> const &outlines) 
     return groups;
 }
 
+// So many crossings that it cannot be clipped, between x = 0 and x = 1.
+EDAOutline scribble() {
+    Random random(1);
+    EDAOutline outline;
+    for (int i = 0; i < 3200; ++i)
+        outline.addPoint(0, i % 2, random.below(1000000) * 1e-6, 0.0);
+    return outline;
+}
+
 } // namespace
 
 TEST(OutlineMerge, TwoSquaresThatOverlapBecomeOne) {
@@ -205,6 +214,28 @@ TEST(OutlineMerge, AnOutlineThatIsNotFiniteTakesNoOtherOver) {
     EXPECT_EQ((merge.begin() + 1)->getArea(), 7.0);
 }
 
+TEST(OutlineMerge, AnOutlineThatCannotBeClippedStaysBehindTheOthers) {
+    EDAOutlineMerge merge = setOf({"-0.5,0.1 0.5,0.1 0.5,0.9 -0.5,0.9", "-1,0.2 -0.2,0.2 -0.2,0.5 -1,0.5"});
+    merge.addOutline(scribble());
+    EXPECT_TRUE(merge.mergeConductors(nullptr));
+    ASSERT_EQ(merge.size(), 2U);
+    EXPECT_NEAR(merge.begin()->getArea(), 0.8 + 0.3 * 0.5, 1e-9);
+    EXPECT_EQ((merge.begin() + 1)->numPoints(), 3200U);
+}
+
+TEST(OutlineMerge, AFirstOfItsGroupThatCannotBeClippedDoesNotKeepTheOthersApart) {
+    EDAOutlineMerge merge;
+    merge.addOutline(scribble());
+    merge.addOutline(outline("-0.5,0.1 0.5,0.1 0.5,0.9 -0.5,0.9"));
+    merge.addOutline(outline("9,9 10,9 10,10 9,10"));
+    merge.addOutline(outline("-0.4,0.2 0.6,0.2 0.6,0.5 -0.4,0.5"));
+    EXPECT_TRUE(merge.mergeConductors(nullptr));
+    ASSERT_EQ(merge.size(), 3U);
+    EXPECT_EQ(merge.begin()->numPoints(), 3200U);
+    EXPECT_NEAR((merge.begin() + 1)->getArea(), 0.8 + 0.3 * 0.1, 1e-9);
+    EXPECT_EQ((merge.begin() + 2)->getArea(), 1.0);
+}
+
 TEST(OutlineMerge, TwentyThousandOutlinesInOnePlaceAreNoSquareOfPairs) {
     EDAOutlineMerge merge;
     for (int i = 0; i < 20000; ++i) {
@@ -270,4 +301,20 @@ TEST(OutlineMerge, TheOrderOfTheOutlinesDoesNotMatterForTheArea) {
         }
         EXPECT_NEAR(total[0], total[1], 1e-9 * total[0]);
     }
+}
+
+TEST(OutlineMerge, DiagonalBarsAreGroupedAsAllPairsSay) {
+    Random random(5);
+    std::vector<EDAOutline> bars;
+    for (int i = 0; i < 300; ++i) {
+        int const x = random.below(400), y = random.below(400), length = 5 + random.below(100);
+        int const slope = random.below(4) - 1; // of most, one is aslant by 45 degrees
+        EDAOutline bar;
+        bar.addPoint(0, x, y, 0.0);
+        bar.addPoint(0, x + length, y + slope * length, 0.0);
+        bar.addPoint(0, x + length, y + slope * length + 2.0, 0.0);
+        bar.addPoint(0, x, y + 2.0, 0.0);
+        bars.push_back(bar);
+    }
+    EXPECT_EQ(indexedGroups(bars), naiveGroups(bars));
 }

@@ -1,4 +1,5 @@
 // Outlines united with others.
+#include "host/Geometry/PolygonPainter.h"
 #include "support/CancelAfter.h"
 #include "support/Outlines.h"
 
@@ -164,7 +165,7 @@ TEST(OutlineUnion, ACancelLeavesTheRestOut) {
     EXPECT_EQ(progress.values, std::vector<int>{11});
 }
 
-TEST(OutlineUnion, AnOutlineThatCannotBeClippedIsLeftOutOfMany) {
+TEST(OutlineUnion, AnOutlineThatIsNotFiniteIsLeftOutOfMany) {
     EDAOutline square = outline("0,0 2,0 2,2 0,2");
     EDAOutline bad = outline("1,1 3,1 3,3"), good = outline("1,0 4,0 4,2 1,2");
     bad.addPoint(0, std::numeric_limits<double>::infinity(), 1.0, 0.0);
@@ -172,4 +173,66 @@ TEST(OutlineUnion, AnOutlineThatCannotBeClippedIsLeftOutOfMany) {
     std::size_t count = 0;
     EXPECT_TRUE(square.mergeOutlines({&bad, &good}, extra, nullptr, count));
     EXPECT_DOUBLE_EQ(square.getArea(), 8.0);
+    EXPECT_TRUE(extra.empty());
+}
+
+TEST(OutlineUnion, AHoleGoesToTheFirstOfManyExtrasAroundIt) {
+    EDAOutline square = outline("0,0 1,0 1,1 0,1");
+    std::vector<EDAOutline> extra;
+    for (int i = 0; i < 50; ++i) {
+        EDAOutline frame = outline("-1,-1 1,-1 1,1 -1,1");
+        frame.moveBy(100.0 + 7.0 * i, 100.0);
+        extra.push_back(frame);
+        extra.push_back(frame); // only the first of two gets it
+    }
+    EDAOutline other = outline("1,0 2,0 2,1 1,1");
+    for (int i = 0; i < 50; ++i) {
+        EDAOutline ring = outline("-0.8,-0.8 0.8,-0.8 0.8,0.8 -0.8,0.8");
+        ring.moveBy(100.0 + 7.0 * i, 100.0);
+        other.addInternalOutline(ring);
+        EDAOutline inside = hole("-0.5,-0.5 0.5,-0.5 0.5,0.5 -0.5,0.5");
+        inside.moveBy(100.0 + 7.0 * i, 100.0);
+        other.addInternalOutline(inside);
+    }
+    EXPECT_TRUE(square.mergeOutline(other, extra));
+    ASSERT_EQ(extra.size(), 150U);
+    for (std::size_t i = 0; i < extra.size(); ++i)
+        EXPECT_EQ(extra[i].numInternalOutlines(), i < 100 && i % 2 == 0 ? 1 : 0) << i;
+}
+
+// Holes may wait for others, but no solid behind a hole may lose anything to it.
+TEST(OutlineUnion, SolidsAndHolesCountInTheirOrder) {
+    Random random(20261121);
+    for (int times = 0; times < 100; ++times) {
+        EDAOutline whole = outline("0,0 40,0 40,40 0,40");
+        Geometry::PolygonPainter painter;
+        auto const contourOf = [](EDAOutline const &each) {
+            std::vector<Geometry::Clip::Contour> contours(1);
+            for (auto const &[x, y] : each.getPoints(true))
+                contours.front().points.emplace_back(x, y);
+            return contours;
+        };
+        painter.paint(contourOf(whole));
+        for (int i = 0; i < 40; ++i) {
+            EDAOutline part(random.below(2) == 0);
+            int const x = random.below(60), y = random.below(60), w = 1 + random.below(12),
+                      h = 1 + random.below(12);
+            part.addPoint(0, x, y, 0.0);
+            part.addPoint(0, x + w, y, 0.0);
+            part.addPoint(0, x + w, y + h, 0.0);
+            part.addPoint(0, x, y + h, 0.0);
+            whole.addInternalOutline(part);
+            part.isHole() ? painter.erase(contourOf(part)) : painter.paint(contourOf(part));
+        }
+        double expected = 0.0;
+        for (auto const &contour : painter.finish()) {
+            EDAOutline each;
+            for (auto const &point : contour.points)
+                each.addPoint(0, point.x, point.y, 0.0);
+            expected += contour.hole ? -each.getArea() : each.getArea();
+        }
+        std::vector<EDAOutline> extra;
+        EXPECT_TRUE(whole.mergeOutline(outline("100,100 101,100 101,101 100,101"), extra));
+        EXPECT_NEAR(netArea(whole, extra), expected + 1.0, 1e-9) << times;
+    }
 }

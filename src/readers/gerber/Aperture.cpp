@@ -5,6 +5,7 @@
 #include "host/Geometry/PolygonClipper.h"
 #include "model/Enclosure.h"
 #include "model/OutlineIndex.h"
+#include "readers/gerber/OutlineSize.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,15 +27,6 @@ constexpr std::size_t manyPoints = 128; // from here on indexes pay
 constexpr std::size_t piecesOfStep = 64; // boxes looked at
 constexpr std::size_t pointsOfStep = 4;  // points put into an index
 constexpr std::size_t testsOfStep = 512; // points held against edges
-
-std::size_t countPoints(const EDAOutline &outline) {
-    std::size_t count = outline.getPoints(true).size();
-    for (auto internal = outline.beginInternalOutlines(); internal != outline.endInternalOutlines();
-         ++internal) {
-        count += countPoints(*internal);
-    }
-    return count;
-}
 
 bool areBothLarge(const EDAOutline &a, const EDAOutline &b) {
     return std::min(a.getPoints(true).size(), b.getPoints(true).size()) >= manyPoints;
@@ -77,7 +69,7 @@ void Aperture::addSolid(const EDAOutline &outline) {
                      [this, &outline](const EDAOutline &piece) { return overlap(piece, outline); });
     if (touched != pieces_.end() && merge(*touched, outline)) {
         joinWith(static_cast<std::size_t>(touched - pieces_.begin()));
-    } else {
+    } else if (spend(countPoints(outline))) {
         pieces_.push_back(outline);
     }
 }
@@ -108,7 +100,18 @@ bool Aperture::touchesHole(const EDAOutline &piece, const EDAOutline &hole) {
 
 bool Aperture::merge(EDAOutline &piece, const EDAOutline &outline) {
     std::vector<EDAOutline> lost;
-    return spend(countPoints(piece) + countPoints(outline)) && piece.mergeOutline(outline, lost);
+    const std::size_t count = countEdges(piece) + countEdges(outline);
+    if (!spend(count) || !piece.mergeOutline(outline, lost)) return false;
+    std::size_t grown = countPoints(piece);
+    for (const EDAOutline &part : lost)
+        grown += countPoints(part);
+    spendOnGrowth(count, grown);
+    return true;
+}
+
+// What comes out may have far more points than what went in, where edges cross.
+void Aperture::spendOnGrowth(std::size_t before, std::size_t after) {
+    if (after > before) spend(after - before);
 }
 
 // Of two pieces that meet, the one that stands first takes the other up.
@@ -147,7 +150,8 @@ void Aperture::cutOutline(const EDAOutline &hole) {
 
 // False, and nothing has changed, for a piece that cannot be cut.
 bool Aperture::cut(EDAOutline &piece, const EDAOutline &hole, std::vector<EDAOutline> &parts) {
-    if (!spend(countPoints(piece) + countPoints(hole))) return false;
+    const std::size_t count = countEdges(piece) + countEdges(hole);
+    if (!spend(count)) return false;
     std::vector<Geometry::Polygon2D> pieceHoles, polygons, resultHoles;
     for (auto internal = piece.beginInternalOutlines(); internal != piece.endInternalOutlines(); ++internal) {
         if (internal->isHole()) pieceHoles.push_back(polygonOf(*internal));
@@ -156,7 +160,9 @@ bool Aperture::cut(EDAOutline &piece, const EDAOutline &hole, std::vector<EDAOut
                                                Geometry::PolygonClipper::Difference, polygons, resultHoles)) {
         return false;
     }
+    std::size_t numPoints = 0;
     for (const Geometry::Polygon2D &polygon : polygons) {
+        numPoints += polygon.numPoints();
         const EDAOutline shape(polygon, false);
         if (!parts.empty()) {
             parts.push_back(shape);
@@ -165,6 +171,7 @@ bool Aperture::cut(EDAOutline &piece, const EDAOutline &hole, std::vector<EDAOut
         parts.push_back(std::move(piece)); // keeps its name and all that is not its shape
         parts.front().resetOutline(shape, true);
     }
+    spendOnGrowth(count, numPoints);
     std::vector<EDAOutline> holes;
     for (const Geometry::Polygon2D &polygon : resultHoles)
         holes.emplace_back(polygon, true);

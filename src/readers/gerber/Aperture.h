@@ -55,6 +55,7 @@ private:
     bool touchesHole(const EDAOutline &piece, const EDAOutline &hole);
     bool overlap(const EDAOutline &piece, const EDAOutline &outline);
     bool merge(EDAOutline &piece, const EDAOutline &outline);
+    void spendOnGrowth(std::size_t before, std::size_t after);
     void joinWith(std::size_t grown);
     bool cut(EDAOutline &piece, const EDAOutline &hole, std::vector<EDAOutline> &parts);
 

@@ -4,6 +4,7 @@
 #include "host/EntityModel/MathsExpressionParser.h"
 #include "model/EDAOutline.h"
 #include "readers/gerber/Aperture.h"
+#include "readers/gerber/OutlineSize.h"
 
 #include <algorithm>
 #include <charconv>
@@ -13,7 +14,9 @@ namespace EDA {
 
 namespace {
 
-constexpr std::size_t bytesOfStep = 16; // of expressions, in one step of work
+// In one step of work.
+constexpr std::size_t bytesOfStep = 16; // of expressions
+constexpr std::size_t fieldsOfStep = 8; // copied
 
 bool isOperator(const std::string &field) {
     return field == "+" || field == "-" || field == "/" || field == "x" || field == "X";
@@ -30,6 +33,13 @@ std::string replaced(const std::string &text, std::string_view what, const std::
         begin = found + what.size();
     }
     return result.append(text, begin, std::string::npos);
+}
+
+std::size_t textSizeOf(const std::map<std::string, std::string> &parameters) {
+    std::size_t size = 0;
+    for (const auto &[key, value] : parameters)
+        size += key.size() + value.size();
+    return size;
 }
 
 // As a default stream writes it.
@@ -54,6 +64,21 @@ void ApertureMacro::addPrimitive(const Fields &fields) {
     primitives_.push_back(std::move(kept));
 }
 
+bool ApertureMacro::takeFields(std::size_t count) {
+    numFields_ += std::min(count, limits_.macroFields + 1); // which cannot overflow
+    return numFields_ <= limits_.macroFields;
+}
+
+// A word of the limit that the macro goes beyond, if any.
+std::string ApertureMacro::excess(const Parameters &parameters) const {
+    if (isTooLong()) return "it has more than " + std::to_string(limits_.primitives) + " statements";
+    if (numFields_ > limits_.macroFields)
+        return "it has more than " + std::to_string(limits_.macroFields) + " fields";
+    if (parameters.size() > limits_.parameters)
+        return "it is given more than " + std::to_string(limits_.parameters) + " parameters";
+    return {};
+}
+
 std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters) const {
     WorkBudget budget(limits_.macroWork);
     std::string problem;
@@ -62,30 +87,16 @@ std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters)
 
 std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters, WorkBudget &budget,
                                                          std::string &problem) const {
-    if (primitives_.empty()) return nullptr;
-    if (primitives_.size() > limits_.primitives) {
-        problem = "it has more than " + std::to_string(limits_.primitives) + " statements";
+    if (primitives_.empty() && numFields_ <= limits_.macroFields) return nullptr;
+    if (std::string text = excess(parameters); !text.empty()) {
+        problem = std::move(text);
         return nullptr;
     }
     Aperture aperture(&budget);
-    for (Fields fields : primitives_) {
-        if (fields.size() == 1 && fields[0][0] == '$') {
-            if (define(fields[0], parameters)) continue;
-            problem = "a variable has more than " + std::to_string(limits_.macroText) + " bytes";
-            return nullptr;
-        }
-        if (!evaluateAll(fields, parameters, budget, problem)) return nullptr;
-        EDAOutline outline(false);
-        if (buildPrimitive(outline, fields)) {
-            aperture.addOutline(outline);
-        } else if (isTooLarge(fields)) {
-            problem = "primitives of more than " + std::to_string(limits_.vertices) + " vertices or " +
-                      std::to_string(limits_.rings) + " rings are left out";
-        }
-        if (budget.isUsedUp()) {
-            problem = "the macros of this file take too long";
-            return nullptr;
-        }
+    for (const Fields &statement : primitives_) {
+        const bool isTaken = takeStatement(statement, parameters, aperture, budget, problem);
+        if (budget.isUsedUp()) problem = "the macros of this file take too long";
+        if (!isTaken || budget.isUsedUp()) return nullptr;
     }
     auto outline = std::make_unique<EDAOutline>(false);
     aperture.combineInto(*outline);
@@ -93,15 +104,36 @@ std::unique_ptr<EDAOutline> ApertureMacro::createOutline(Parameters &parameters,
     return outline;
 }
 
+// False where the macro cannot go on.
+bool ApertureMacro::takeStatement(const Fields &statement, Parameters &parameters, Aperture &aperture,
+                                  WorkBudget &budget, std::string &problem) const {
+    if (!budget.spend(1 + statement.size() / fieldsOfStep)) return false;
+    if (statement.size() == 1 && statement[0][0] == '$') {
+        if (define(statement[0], parameters, budget)) return true;
+        problem = "a variable has more than " + std::to_string(limits_.macroText) + " bytes";
+        return false;
+    }
+    Fields fields = statement;
+    if (!evaluateAll(fields, parameters, budget, problem)) return false;
+    EDAOutline outline(false);
+    if (!budget.spend(numRingSteps(fields))) return false;
+    if (buildPrimitive(outline, fields)) {
+        if (budget.spend(countPoints(outline))) aperture.addOutline(outline);
+    } else if (isTooLarge(fields)) {
+        problem = "primitives of more than " + std::to_string(limits_.vertices) + " vertices or " +
+                  std::to_string(limits_.rings) + " rings are left out";
+    }
+    return true;
+}
+
 // An expression costs no more than a look at its text and at those of all variables, once.
 bool ApertureMacro::evaluateAll(Fields &fields, const Parameters &parameters, WorkBudget &budget,
                                 std::string &problem) const {
     if (parameters.empty()) return true;
-    std::size_t textSize = 0;
-    for (const auto &[key, value] : parameters)
-        textSize += key.size() + value.size();
+    std::size_t textSize = 0; // once there is an expression: few primitives have any
     for (std::string &field : fields) {
         if (field.find('$') == std::string::npos) continue;
+        if (textSize == 0) textSize = textSizeOf(parameters);
         const bool isReplaced = field.find('X') != std::string::npos;
         const std::size_t cost = field.size() * (isReplaced ? parameters.size() : 1) + textSize;
         if (!budget.spend(1 + cost / bytesOfStep)) return true; // which is told once for all
@@ -113,7 +145,7 @@ bool ApertureMacro::evaluateAll(Fields &fields, const Parameters &parameters, Wo
 }
 
 // The value stays text. Its own former value is put in its place.
-bool ApertureMacro::define(const std::string &definition, Parameters &parameters) const {
+bool ApertureMacro::define(const std::string &definition, Parameters &parameters, WorkBudget &budget) const {
     const std::size_t equals = definition.find('=');
     if (equals == std::string::npos || equals == 0) return true;
     const std::string key = definition.substr(0, equals);
@@ -123,6 +155,7 @@ bool ApertureMacro::define(const std::string &definition, Parameters &parameters
         value = replaced(value, key, known->second, limits_.macroText);
     }
     if (value.size() > limits_.macroText) return false;
+    budget.spend(value.size() / bytesOfStep);
     parameters[key] = std::move(value);
     return true;
 }

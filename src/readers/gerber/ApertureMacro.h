@@ -11,6 +11,7 @@
 
 namespace EDA {
 
+class Aperture;
 class EDAOutline;
 
 // The statements of one macro, kept as text until an aperture gives its parameters.
@@ -31,6 +32,13 @@ public:
     // end of the field before.
     void addPrimitive(const Fields &fields);
 
+    // Counts the fields of a statement that is about to be added. False, and from then on there is no shape,
+    // beyond the limit.
+    bool takeFields(std::size_t count);
+
+    // Whether there are more statements than the limit, so that there is no shape.
+    bool isTooLong() const { return primitives_.size() > limits_.primitives; }
+
     // The shape for the parameters "$1", "$2" and so on, whose texts may be expressions; definitions of
     // the macro are added to them. Named after the macro; without points where nothing solid is left.
     // Null for a macro without statements, and where it goes beyond the limits; then `problem` is given a
@@ -44,15 +52,20 @@ public:
 private:
     using Parameters = std::map<std::string, std::string>;
 
-    bool define(const std::string &definition, Parameters &parameters) const;
+    bool takeStatement(const Fields &statement, Parameters &parameters, Aperture &aperture,
+                       WorkBudget &budget, std::string &problem) const;
+    bool define(const std::string &definition, Parameters &parameters, WorkBudget &budget) const;
     bool evaluate(std::string &field, const Parameters &parameters) const;
     bool evaluateAll(Fields &fields, const Parameters &parameters, WorkBudget &budget,
                      std::string &problem) const;
     bool buildPrimitive(EDAOutline &outline, const Fields &fields) const;
     bool isTooLarge(const Fields &fields) const;
+    std::string excess(const Parameters &parameters) const;
+    std::size_t numRingSteps(const Fields &fields) const;
 
     std::string name_;
     std::vector<Fields> primitives_;
+    std::size_t numFields_ = 0; // counted by `takeFields`
     GerberLimits limits_;
 };
 

@@ -7,6 +7,12 @@
 
 namespace EDA {
 
+namespace {
+
+constexpr std::size_t pointTestsOfTest = 32; // points held against an edge, in one test of outlines
+
+} // namespace
+
 std::vector<std::size_t> ConductorIndex::findTouched(EDAOutlineMerge &list, const EDAOutline &object) {
     OutlineIndex objectIndex;
     std::vector<std::size_t> touched;
@@ -24,8 +30,10 @@ bool ConductorIndex::touches(std::size_t number, const EDAOutline &outline, cons
     OutlineIndex small;
     OutlineIndex &index = OutlineIndex::isWorthwhile(outline) ? large_[number] : small;
     const std::size_t testsBefore = index.numHoleTests();
+    const std::size_t pointTestsBefore = index.numPointTests() + objectIndex.numPointTests();
     const bool isTouched = OutlineIndex::intersectsHole(outline, index, object, objectIndex);
     numTests_ += index.numHoleTests() - testsBefore;
+    numTests_ += (index.numPointTests() + objectIndex.numPointTests() - pointTestsBefore) / pointTestsOfTest;
     return isTouched;
 }
 

@@ -24,7 +24,8 @@ public:
     // (`EDAOutline::intersectsHole`).
     std::vector<std::size_t> findTouched(EDAOutlineMerge &list, const EDAOutline &object);
 
-    // How often so far an object was held against an outline or a hole of one.
+    // How often so far an object was held against an outline or a hole of one. Where many points are held
+    // against many edges it counts for more: as what takes about as long.
     std::size_t numTests() const { return numTests_; }
 
 private:

@@ -3,6 +3,7 @@
 #include "readers/gerber/GerberNumbers.h"
 #include "readers/gerber/GerberReader.h"
 #include "readers/gerber/GerberShapes.h"
+#include "readers/gerber/OutlineSize.h"
 
 #include <algorithm>
 
@@ -99,7 +100,7 @@ void GerberReader::defineAperture(Statement statement) {
         aperture = macroAperture(shape);
     }
     // Apertures count as points of the file do, so that their number has a bound, too.
-    if (aperture && !takePoints(aperture->numPoints())) aperture.reset();
+    if (aperture && !takePoints(countPoints(*aperture))) aperture.reset();
     if (aperture && !apertureFunction_.empty() && aperture->getName().empty()) {
         aperture->setName(apertureFunction_);
     }
@@ -110,16 +111,22 @@ GerberReader::AperturePtr GerberReader::macroAperture(Statement text) {
     const std::size_t comma = text.find(',');
     std::map<std::string, std::string> parameters;
     if (comma != Statement::npos && comma > 0) {
-        int number = 0;
-        for (const Statement value : splitText(text.substr(comma + 1), 'X', true)) {
-            parameters["$" + std::to_string(++number)] = value;
+        const Statement values = text.substr(comma + 1);
+        std::size_t number = 0;
+        // One beyond the limit shows that there are too many.
+        for (std::size_t begin = 0; begin <= values.size() && number <= limits_.parameters;) {
+            const std::size_t end = std::min(values.find('X', begin), values.size());
+            parameters["$" + std::to_string(++number)] = values.substr(begin, end - begin);
+            begin = end + 1;
         }
     }
     const auto macro = state_.macros.find(std::string(text.substr(0, comma)));
     AperturePtr aperture;
     std::string problem;
     if (macro != state_.macros.end()) {
-        aperture = macro->second.createOutline(parameters, macroWork_, problem);
+        WorkBudget budget = macroWork_.share();
+        aperture = macro->second.createOutline(parameters, budget, problem);
+        macroWork_.take(budget);
     }
     if (!aperture) addMessage("Failed to find aperture macro: " + std::string(text));
     if (!problem.empty()) addMessage("Aperture macro " + macro->first + ": " + problem + ".");
@@ -133,13 +140,19 @@ void GerberReader::selectAperture(Statement statement) {
 }
 
 void GerberReader::setupApertureMacro(Statement statement) {
-    const std::vector<Statement> parts = splitText(statement, '*', true);
-    const std::string name(parts[0].substr(std::min<std::size_t>(3, parts[0].size())));
+    std::size_t end = std::min(statement.find('*'), statement.size());
+    const Statement head = statement.substr(0, end);
+    const std::string name(head.substr(std::min<std::size_t>(3, head.size())));
     ApertureMacro macro(name, limits_);
-    for (std::size_t i = 1; i < parts.size(); ++i) {
-        if (parts[i] == "%") continue;
+    // What is beyond the limits is not even kept: the macro will be refused.
+    while (end < statement.size() && !macro.isTooLong()) {
+        const std::size_t begin = end + 1;
+        end = std::min(statement.find('*', begin), statement.size());
+        const Statement part = statement.substr(begin, end - begin);
+        if (part == "%") continue;
+        if (!macro.takeFields(static_cast<std::size_t>(std::count(part.begin(), part.end(), ',')) + 1)) break;
         ApertureMacro::Fields fields;
-        for (const Statement field : splitText(parts[i], ','))
+        for (const Statement field : splitText(part, ','))
             fields.emplace_back(field);
         macro.addPrimitive(fields);
     }

@@ -3,6 +3,7 @@
 #include "host/Geometry/PolygonClipper.h"
 #include "model/Enclosure.h"
 #include "readers/gerber/GerberReader.h"
+#include "readers/gerber/OutlineSize.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,17 +47,39 @@ std::vector<EDAOutline> cleanedOutlines(const EDAOutline &outline,
     return cleaned;
 }
 
-std::size_t countPoints(const EDAOutline &outline) {
-    std::size_t count = outline.numPoints();
-    for (auto internal = outline.beginInternalOutlines(); internal != outline.endInternalOutlines();
-         ++internal) {
-        count += countPoints(*internal);
-    }
-    return count;
+bool hasCentre(const EDAOutline::EDAPoint &point) {
+    return point.centered || point.isArc() || point.centreX != 0.0 || point.centreY != 0.0;
 }
 
-// Whether it takes no more than a look to see that the edge that arrives at the point is finite: it is straight
-// or a circle or has a centre, and its numbers are far from any overflow.
+// As if it had been made there: its straight points get no centres that move with them.
+EDAOutline movedCopy(const EDAOutline &outline, double dx, double dy) {
+    if (std::any_of(outline.beginPoints(), outline.endPoints(), hasCentre)) {
+        EDAOutline copy(outline);
+        copy.moveBy(dx, dy);
+        return copy;
+    }
+    Geometry::Polygon2D polygon;
+    for (auto point = outline.beginPoints(); point != outline.endPoints(); ++point)
+        polygon.addPoint(point->x + dx, point->y + dy, false);
+    EDAOutline copy(polygon, outline.isHole());
+    copy.setName(outline.getName());
+    for (auto internal = outline.beginInternalOutlines(); internal != outline.endInternalOutlines();
+         ++internal) {
+        copy.addInternalOutline(movedCopy(*internal, dx, dy));
+    }
+    return copy;
+}
+
+std::vector<EDAOutline> movedCopies(const std::vector<EDAOutline> &outlines, double dx, double dy) {
+    std::vector<EDAOutline> copies;
+    copies.reserve(outlines.size());
+    for (const EDAOutline &outline : outlines)
+        copies.push_back(movedCopy(outline, dx, dy));
+    return copies;
+}
+
+// Whether it takes no more than a look to see that the edge that arrives at the point is finite: it is
+// straight or a circle or has a centre, and its numbers are far from any overflow.
 bool isPlain(const EDAOutline::EDAPoint &point) {
     constexpr double large = 1e100;
     const bool isKnown = point.centered || !point.isArc() || point.angle == 360.0;
@@ -80,24 +103,56 @@ bool isFinite(const EDAOutline &outline) {
 
 } // namespace
 
+// Files draw one shape many times, and to resolve its cut-ins is far dearer than to copy what comes of it.
+void GerberReader::addShape(const EDAOutline &shape, CleanShape &clean) {
+    EDAOutline copy(shape);
+    copy.moveBy(currentX_, currentY_);
+    if (!state_.darkPolarity || limitReached_ || !resolveCutIns(shape, clean)) {
+        addOutline(copy, true);
+        return;
+    }
+    std::vector<EDAOutline> pieces = movedCopies(clean.pieces, currentX_, currentY_);
+    addOutline(copy, true, &pieces);
+}
+
+// The pieces count as points of the file do, as they are kept. False where there are no cut-ins.
+bool GerberReader::resolveCutIns(const EDAOutline &shape, CleanShape &clean) {
+    if (clean.isKnown) return clean.hasCutIns;
+    clean.isKnown = true;
+    shape.setModelDimension(board_.getModelDimension());
+    clean.hasCutIns = shape.hasCutIns() && isFinite(shape);
+    if (!clean.hasCutIns) return false;
+    const auto takeHole = [this](const EDAOutline &hole) { return takePoints(hole.numPoints()); };
+    clean.pieces = cleanedOutlines(shape, takeHole);
+    for (const EDAOutline &piece : clean.pieces)
+        takePoints(piece.numPoints());
+    return true;
+}
+
 // Each copy of a step and repeat is made at once: there is no block to repeat later.
-void GerberReader::addOutline(EDAOutline &outline, bool flashed) {
+void GerberReader::addOutline(EDAOutline &outline, bool flashed, std::vector<EDAOutline> *pieces) {
     if (outline.empty()) return;
     const StepAndRepeat &repeat = state_.repeat;
     if (repeat.countX < 2 && repeat.countY < 2) {
-        addOutlineInstance(outline, flashed);
+        addOutlineInstance(outline, flashed, pieces);
         return;
     }
-    for (int ix = 0; ix < repeat.countX; ++ix) {
+    if (repeat.countX < 1 || repeat.countY < 1 || limitReached_) return;
+    CleanShape clean;
+    if (!pieces && state_.darkPolarity && resolveCutIns(outline, clean)) pieces = &clean.pieces;
+    for (int ix = 0; ix < repeat.countX && !limitReached_; ++ix) {
         for (int iy = 0; iy < repeat.countY && !limitReached_; ++iy) {
+            const double dx = ix * repeat.stepX, dy = iy * repeat.stepY;
             EDAOutline copy(outline);
-            copy.moveBy(ix * repeat.stepX, iy * repeat.stepY);
-            addOutlineInstance(copy, flashed);
+            copy.moveBy(dx, dy);
+            std::vector<EDAOutline> copies;
+            if (pieces) copies = movedCopies(*pieces, dx, dy);
+            addOutlineInstance(copy, flashed, pieces ? &copies : nullptr);
         }
     }
 }
 
-void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
+void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed, std::vector<EDAOutline> *pieces) {
     // Counted before anything is done with it, so that what is clear or vanishes costs no more than the rest.
     if (++numObjects_ > limits_.objects) tellLimit();
     if (limitReached_ || !takePoints(countPoints(outline))) return;
@@ -110,13 +165,31 @@ void GerberReader::addOutlineInstance(EDAOutline &outline, bool flashed) {
         outline.setHole(true);
         punch(flashedAndStroked_, flashedIndex_, outline);
         punch(regions_, regionIndex_, outline);
+    } else if (pieces) {
+        addPieces(*pieces, countPoints(outline), flashed);
     } else if (!outline.hasCutIns()) {
         // A region stays: its end may come twice.
         addConductor(flashed ? std::move(outline) : EDAOutline(outline), flashed);
     } else {
-        const auto takeHole = [this](const EDAOutline &hole) { return takePoints(hole.numPoints()); };
-        for (EDAOutline &cleaned : cleanedOutlines(outline, takeHole))
-            addConductor(std::move(cleaned), flashed);
+        std::size_t paid = countPoints(outline);
+        const auto takeHole = [&](const EDAOutline &hole) {
+            paid += hole.numPoints();
+            return takePoints(hole.numPoints());
+        };
+        std::vector<EDAOutline> cleaned = cleanedOutlines(outline, takeHole);
+        addPieces(cleaned, paid, flashed);
+    }
+}
+
+// So many points were counted for the object already, and the object for its first piece. An outline that
+// crosses itself often has far more of both.
+void GerberReader::addPieces(std::vector<EDAOutline> &pieces, std::size_t paid, bool flashed) {
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        if (i > 0 && ++numObjects_ > limits_.objects) tellLimit();
+        const std::size_t count = countPoints(pieces[i]), free = std::min(count, paid);
+        paid -= free;
+        if (limitReached_ || !takePoints(count - free)) return;
+        addConductor(std::move(pieces[i]), flashed);
     }
 }
 

@@ -73,7 +73,8 @@ private:
             texts[letter] = text;
             return;
         }
-        joined[letter] = std::string(texts[letter]).append(text);
+        if (joined[letter].empty()) joined[letter] = texts[letter];
+        joined[letter].append(text);
         texts[letter] = joined[letter];
     }
 };

@@ -52,9 +52,7 @@ void GerberReader::flash(Statement statement) {
     if (!state_.currentAperture) return;
     extractCoordinates(statement, currentX_, currentY_);
     if (limitReached_) return;
-    EDAOutline copy(*state_.currentAperture);
-    copy.moveBy(currentX_, currentY_);
-    addOutline(copy, true);
+    addShape(*state_.currentAperture, state_.flashes[state_.currentAperture]);
 }
 
 void GerberReader::addLineSegmentToRegion(Statement statement) {

@@ -170,8 +170,8 @@ void GerberReader::addConductorToLayer(EDABoardLayer &layer, EDAOutline &&outlin
 void GerberReader::addConductorAsVia(EDABoard &board, const EDAOutline &outline, UniqueIDSet &names) {
     double x = 0.0, y = 0.0, diameter = 0.0;
     if (!outline.isCylinder(x, y, diameter, viaMinPoints, viaTolerance)) return;
-    // Three of the points make the circle; where they lie on a line it has no end, or with their rounding none
-    // that means anything.
+    // Three of the points make the circle; where they lie on a line it has no end, or with their rounding
+    // none that means anything.
     const Geometry::Bound2D &bound = outline.getBound();
     const double limit = viaMaxDiameter * (bound.getXSize() + bound.getYSize());
     if (!std::isfinite(x) || !std::isfinite(y) || !(diameter <= limit)) return;

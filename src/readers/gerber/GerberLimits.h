@@ -17,7 +17,10 @@ struct GerberLimits {
     int rings = 1'000;                             // of a moire primitive
     std::size_t macroText = std::size_t(64) << 10; // bytes of a variable's text
     std::size_t primitives = 10'000;               // statements of one macro
+    std::size_t macroFields = 1'000'000;           // of all statements of one macro
+    std::size_t parameters = 100'000;              // of one aperture of a macro
     std::size_t macroWork = 6'000'000;             // steps for the macros of one file; see WorkBudget
+    std::size_t strokeWork = 40'000'000;           // and for its strokes that are put together from parts
     std::size_t clearTests = 1'000'000'000; // of clear objects against what they may touch, in one file
     std::size_t messages = 1'000;           // lines of the error text; then they are counted
 };

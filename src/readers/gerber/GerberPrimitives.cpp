@@ -114,6 +114,13 @@ bool ApertureMacro::isTooLarge(const Fields &fields) const {
                                isLarge("6", 6, limits_.rings));
 }
 
+// The rings of a moire are united as they are built. What else a primitive has can be counted afterwards.
+std::size_t ApertureMacro::numRingSteps(const Fields &fields) const {
+    constexpr int pointsOfRing = 66;
+    if (fields.size() != 10 || fields[0] != "6") return 0;
+    return static_cast<std::size_t>(pointsOfRing * std::clamp(Values(fields).count(6), 0, limits_.rings));
+}
+
 // Any other code, that of a comment among them, is nothing.
 bool ApertureMacro::buildPrimitive(EDAOutline &outline, const Fields &fields) const {
     if (fields.empty()) return false;

@@ -60,7 +60,8 @@ GerberReader::GerberReader() : GerberReader(GerberLimits()) {}
 
 GerberReader::~GerberReader() = default;
 
-GerberReader::GerberReader(const GerberLimits &limits) : limits_(limits), macroWork_(limits.macroWork) {
+GerberReader::GerberReader(const GerberLimits &limits)
+    : limits_(limits), macroWork_(limits.macroWork), strokeWork_(limits.strokeWork) {
     board_.setUnits("mm");
 }
 
@@ -168,7 +169,9 @@ void GerberReader::resetParser() {
     infinityTold_ = false;
     holeLimitTold_ = false;
     clearLimitTold_ = false;
+    strokeLimitTold_ = false;
     macroWork_ = WorkBudget(limits_.macroWork);
+    strokeWork_ = WorkBudget(limits_.strokeWork);
 }
 
 void GerberReader::addMessage(const std::string &text) {

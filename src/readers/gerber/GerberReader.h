@@ -107,6 +107,17 @@ private:
         double stepX = 0.0;
         double stepY = 0.0;
     };
+    // What a shape is without its cut-ins, if it has any; worked out once, when it is drawn for the first
+    // time.
+    struct CleanShape {
+        bool isKnown = false;
+        bool hasCutIns = false;
+        std::vector<EDAOutline> pieces;
+    };
+    struct Dot {
+        EDAOutline outline;
+        CleanShape clean;
+    };
     // What each file starts with anew.
     struct ParserState {
         bool leadingZerosOmitted = true;
@@ -116,7 +127,8 @@ private:
         std::map<int, AperturePtr> apertures; // a code may stand for no shape
         AperturePtr currentAperture;
         // Of the apertures with which strokes without length were drawn.
-        std::map<std::pair<AperturePtr, Interpolation>, std::vector<EDAOutline>> dots;
+        std::map<std::pair<AperturePtr, Interpolation>, std::vector<Dot>> dots;
+        std::map<AperturePtr, CleanShape> flashes;
         std::map<std::string, ApertureMacro> macros;
         Interpolation interpolation = Interpolation::Linear;
         Operation lastOperation = Operation::Move;
@@ -188,14 +200,18 @@ private:
     static EDAOutline makeArcBand(const EDAOutline &aperture, const Arc &arc, double startX, double startY,
                                   bool clockwise);
     std::vector<EDAOutline> makeStroke(const EDAOutline &band, double startX, double startY, double endX,
-                                       double endY) const;
+                                       double endY);
     void addStroke(const EDAOutline &band, double startX, double startY);
     void addLineSegmentToRegion(Statement statement);
     void addCircleSegmentToRegion(Statement statement, bool clockwise);
 
     // Conductors (GerberConductors.cpp).
-    void addOutline(EDAOutline &outline, bool flashed); // uses up what is flashed
-    void addOutlineInstance(EDAOutline &outline, bool flashed);
+    void addShape(const EDAOutline &shape, CleanShape &clean); // flashed; both about the origin
+    // Uses up what is flashed, and the pieces, which are the outline without its cut-ins.
+    void addOutline(EDAOutline &outline, bool flashed, std::vector<EDAOutline> *pieces = nullptr);
+    void addOutlineInstance(EDAOutline &outline, bool flashed, std::vector<EDAOutline> *pieces);
+    void addPieces(std::vector<EDAOutline> &pieces, std::size_t paid, bool flashed);
+    bool resolveCutIns(const EDAOutline &shape, CleanShape &clean);
     void addConductor(EDAOutline &&outline, bool flashed);
     void punch(EDAOutlineMerge &list, ConductorIndex &index, const EDAOutline &hole);
     bool takePoints(std::size_t count); // false, with a word, beyond the limit
@@ -231,6 +247,7 @@ private:
     bool mergeConductors_ = true;
     bool optionsPreset_ = false;
     WorkBudget macroWork_; // left in this file
+    WorkBudget strokeWork_;
     std::size_t numMessages_ = 0;
     std::size_t numPoints_ = 0;  // of outlines in this file
     std::size_t numObjects_ = 0; // tried in this file
@@ -239,6 +256,7 @@ private:
     bool infinityTold_ = false;
     bool holeLimitTold_ = false;
     bool clearLimitTold_ = false;
+    bool strokeLimitTold_ = false;
 };
 
 } // namespace EDA

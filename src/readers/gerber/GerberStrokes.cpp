@@ -103,15 +103,21 @@ void GerberReader::drawLine(Statement statement) {
 
 // What overlaps of the band and the aperture at both ends is united. A stroke without length has no band.
 std::vector<EDAOutline> GerberReader::makeStroke(const EDAOutline &band, double startX, double startY,
-                                                 double endX, double endY) const {
+                                                 double endX, double endY) {
     const EDAOutline &aperture = *state_.currentAperture;
     const EDAOutline first = movedCopy(aperture, startX, startY), last = movedCopy(aperture, endX, endY);
     EDAOutline whole(band);
     if (uniteAtOnce(whole, first, last)) return {whole};
-    Aperture pieces;
+    WorkBudget budget = strokeWork_.share();
+    Aperture pieces(&budget);
     if (!band.empty()) pieces.addOutline(band);
     pieces.addOutline(first);
     pieces.addOutline(last);
+    strokeWork_.take(budget);
+    if (budget.isUsedUp()) {
+        tellOnce(strokeLimitTold_, "Strokes that take too long to put together are left out.");
+        return {};
+    }
     return {std::make_move_iterator(pieces.begin()), std::make_move_iterator(pieces.end())};
 }
 
@@ -130,12 +136,11 @@ void GerberReader::drawDot(Interpolation interpolation) {
             band = makeArcBand(*state_.currentAperture, Arc{}, 0.0, 0.0,
                                interpolation == Interpolation::Clockwise);
         }
-        dot->second = makeStroke(band, 0.0, 0.0, 0.0, 0.0);
+        for (EDAOutline &piece : makeStroke(band, 0.0, 0.0, 0.0, 0.0))
+            dot->second.push_back({std::move(piece), {}});
     }
-    for (const EDAOutline &piece : dot->second) {
-        EDAOutline copy = movedCopy(piece, currentX_, currentY_);
-        addOutline(copy, true);
-    }
+    for (Dot &each : dot->second)
+        addShape(each.outline, each.clean);
 }
 
 void GerberReader::drawCircle(Statement statement, bool clockwise) {
