@@ -64,16 +64,44 @@ void addHole(const EDA::EDAVia &via, double x, double y, BoardView &view) {
     view.holes.push_back({std::move(path), via.isPlated()});
 }
 
-bool reaches(const EDA::EDAVia &via, const std::vector<std::string> &layers, std::size_t number) {
+// The conductor layer of this number, from 1; null where there is none, and for 0.
+const EDA::EDABoardLayer *conductorLayer(const EDA::EDABoard &board, std::size_t number) {
+    for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer)
+        if (layer->isConductor() && number-- == 1) return &*layer;
+    return nullptr;
+}
+
+// A layer that is shown, and the names of all.
+struct ShownLayer {
+    std::size_t number; // from 1; 0: none is shown
+    const EDA::EDABoardLayer *layer;
+    double boardThickness;
+    std::vector<std::string> names;
+};
+
+// Of a via that says its heights alone. The top offset of a layer is that of its lower face.
+bool spansLayer(const EDA::EDAVia &via, const ShownLayer &shown) {
+    constexpr double noOffset = -1000.0;
+    double low = 0.0, high = 0.0;
+    via.getZDimensions(low, high);
+    if (low == high || shown.layer == nullptr || !(shown.layer->getTopOffset() > noOffset)) return true;
+    const double bottom = shown.boardThickness - shown.layer->getTopOffset();
+    return touches({low, high}, {bottom, bottom + shown.layer->getThickness()});
+}
+
+bool reaches(const EDA::EDAVia &via, const ShownLayer &shown) {
+    if (shown.number == 0) return true;
     std::string from, to;
     via.getLayers(from, to);
-    return number == 0 || reachesLayer(from, to, layers, number);
+    if (from.empty() && to.empty()) return spansLayer(via, shown);
+    return reachesLayer(from, to, shown.names, shown.number);
 }
 
 void addHoles(const EDA::EDABoard &board, BoardView &view) {
-    const std::vector<std::string> layers = layerNamesOf(board);
+    const ShownLayer shown{view.layerNumber, conductorLayer(board, view.layerNumber), board.getThickness(),
+                           layerNamesOf(board)};
     for (auto via = board.beginVias(); via != board.endVias(); ++via) {
-        if (!reaches(*via, layers, view.layerNumber)) continue;
+        if (!reaches(*via, shown)) continue;
         addHole(*via, via->getXCentre(), via->getYCentre(), view);
         for (int index = 0; index < static_cast<int>(via->numInstances()); ++index) {
             addHole(*via, via->getInstanceXCentre(index), via->getInstanceYCentre(index), view);

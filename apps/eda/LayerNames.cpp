@@ -66,6 +66,13 @@ bool reachesLayer(const std::string &from, const std::string &to, const std::vec
     return std::min(start, end) <= at && at <= std::max(start, end);
 }
 
+bool touches(const HeightRange &hole, const HeightRange &layer) {
+    const double low = std::min(hole.low, hole.high), high = std::max(hole.low, hole.high);
+    const double margin = 1e-6 * (high - low);
+    return low <= std::max(layer.low, layer.high) + margin &&
+           high >= std::min(layer.low, layer.high) - margin;
+}
+
 bool meansFile(const std::string &text, const std::string &file) {
     const std::string name = Path::getLastToken(file);
     return text == file || EDA::equalsIgnoreCase(text, name) ||

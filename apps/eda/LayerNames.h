@@ -19,6 +19,14 @@ std::size_t findLayer(const std::vector<std::string> &names, const std::vector<s
 bool reachesLayer(const std::string &from, const std::string &to, const std::vector<std::string> &names,
                   std::size_t number);
 
+// From a lower to an upper height; the other way round for a via between layers without a dielectric.
+struct HeightRange {
+    double low = 0.0, high = 0.0;
+};
+
+// True when a hole of these heights reaches a layer of those, if only its face.
+bool touches(const HeightRange &hole, const HeightRange &layer);
+
 // True when a text means this file: its path, its name with or without the extension, in any case.
 bool meansFile(const std::string &text, const std::string &file);
 

@@ -4,6 +4,7 @@
 #include "Entities.h"
 #include "host/EntityModel/Types.h"
 #include "LayerNames.h"
+#include "ModelCopper.h"
 #include "PartFinder.h"
 
 #include <cmath>
@@ -73,8 +74,9 @@ double metres(const Entity &entity, const AttributePath &path) {
 
 class Walk {
 public:
-    Walk(const BoardPlane &plane, double boardHeight, const std::vector<std::string> &layers, BoardView &view)
-        : plane_(plane), boardHeight_(boardHeight), layers_(layers), view_(view) {}
+    Walk(const BoardPlane &plane, double boardHeight, const std::vector<Entity *> &layers, BoardView &view)
+        : plane_(plane), boardHeight_(boardHeight), layers_(layers), layerNames_(namesOf(layers)),
+          view_(view) {}
 
     // All below `parent`, without `left`.
     void addChildren(const Entity &parent, std::shared_ptr<const Inside> inside,
@@ -185,8 +187,19 @@ private:
     }
 
     bool isShown(const Entity &via) const {
-        return view_.layerNumber == 0 || !hasText(via, Height_From_t, "Layers") ||
-               reachesLayer(textOf(via, From_Layer_t), textOf(via, To_Layer_t), layers_, view_.layerNumber);
+        const std::size_t number = view_.layerNumber;
+        if (number == 0) return true;
+        if (hasText(via, Height_From_t, "User Specified")) return spansLayer(via, number);
+        return !hasText(via, Height_From_t, "Layers") ||
+               reachesLayer(textOf(via, From_Layer_t), textOf(via, To_Layer_t), layerNames_, number);
+    }
+
+    bool spansLayer(const Entity &via, std::size_t number) const {
+        if (number > layers_.size()) return true;
+        const Entity &layer = *layers_[number - 1];
+        const double low = metres(via, Y_Location_t), bottom = metres(layer, Y_Location_t);
+        return touches({low, low + metres(via, Height_t)},
+                       {bottom, bottom + metres(layer, AttributePath("Conductor Thickness"))});
     }
 
     // A via goes through the board: both sides show it. One that stands for many has theirs about its
@@ -248,7 +261,8 @@ private:
 
     const BoardPlane &plane_;
     double boardHeight_;
-    const std::vector<std::string> &layers_;
+    const std::vector<Entity *> &layers_;
+    const std::vector<std::string> layerNames_;
     BoardView &view_;
     std::vector<Task> tasks_;
 };
@@ -256,7 +270,7 @@ private:
 } // namespace
 
 void addModelParts(const Entity &board, const PartRule &rule, const PartPlace &place, const BoardPlane &plane,
-                   const std::vector<std::string> &layers, BoardView &view) {
+                   const std::vector<Entity *> &layers, BoardView &view) {
     Walk walk(plane, std::isfinite(place.height) ? place.height : 0.0, layers, view);
     auto on = std::make_shared<Inside>();
     on->frame = EntityGUI::childFrame(board, rule, place, PartFrame());

@@ -82,7 +82,7 @@ BoardView viewOfModel(const Entity &board, Side side, std::size_t layerNumber) {
     view.edgeBound = boundOf(view.edge);
     addCutOuts(board, shapes, view);
     const std::vector<Entity *> layers = conductorLayers(board);
-    addModelParts(board, *rule, place, shapes.plane(), namesOf(layers), view);
+    addModelParts(board, *rule, place, shapes.plane(), layers, view);
     if (layerNumber > 0) {
         view.parts.clear();
         view.bumps.clear();

@@ -84,6 +84,45 @@ QPainterPath toQt(const Path &steps) {
     return path;
 }
 
+// The toolkit smooths an edge through a list of the pixels that it passes, one list for each row. An outline
+// that goes over the picture again and again fills these lists, and each pixel then costs a walk along its
+// list.
+class Smoothing {
+public:
+    explicit Smoothing(QPainter &painter) : painter_(painter) {
+        isWanted_ = painter.testRenderHint(QPainter::Antialiasing);
+    }
+
+    // Draws the path with plain edges where smoothing all would take minutes. Few outlines of real boards
+    // need a hundredth of what there is.
+    void chooseFor(const QPainterPath &path) {
+        if (!isWanted_) return;
+        const double work = workOf(path);
+        const bool isSmooth = work < freeWork || work <= left_;
+        if (work >= freeWork && isSmooth) left_ -= work;
+        painter_.setRenderHint(QPainter::Antialiasing, isSmooth);
+    }
+    void end() { painter_.setRenderHint(QPainter::Antialiasing, isWanted_); }
+
+private:
+    static constexpr double freeWork = 1e4; // of a path whose list walks are nothing
+    static constexpr double mostWork = 1e7; // of a picture: a second or two
+
+    // The square of the pixels in a row, for all rows.
+    static double workOf(const QPainterPath &path) {
+        double length = 0.0;
+        for (int i = 1; i < path.elementCount(); ++i) {
+            const QPainterPath::Element before = path.elementAt(i - 1), here = path.elementAt(i);
+            if (!here.isMoveTo()) length += std::hypot(here.x - before.x, here.y - before.y);
+        }
+        return length * length / std::max(path.controlPointRect().height(), 1.0);
+    }
+
+    QPainter &painter_;
+    bool isWanted_;
+    double left_ = mostWork;
+};
+
 void drawHatch(QPainter &painter, const QPainterPath &path, const Style &style) {
     const QRectF area = path.boundingRect().intersected(QRectF(painter.window()));
     if (area.isEmpty() || style.hatchSpacing < 1.0) return;
@@ -99,14 +138,16 @@ void drawHatch(QPainter &painter, const QPainterPath &path, const Style &style) 
     painter.restore();
 }
 
-void drawPath(QPainter &painter, const PictureItem &item) {
+void drawPath(QPainter &painter, const PictureItem &item, Smoothing &smoothing) {
     const QPainterPath path = toQt(item.path);
+    smoothing.chooseFor(path);
     if (item.style.fill.alpha != 0) painter.fillPath(path, toQt(item.style.fill));
     if (item.style.hatch.alpha != 0) drawHatch(painter, path, item.style);
-    if (item.style.stroke.alpha == 0) return;
+    if (item.style.stroke.alpha == 0) return smoothing.end();
     QPen pen(toQt(item.style.stroke), item.style.strokeWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
     if (item.style.dashed) pen.setDashPattern({4.0, 3.0});
     painter.strokePath(path, pen);
+    smoothing.end();
 }
 
 // Glyphs are laid out at a size that is large enough for whole pixels and scaled down to the size asked for.
@@ -194,12 +235,13 @@ std::string toPng(const Picture &picture, std::string &error) {
     if (picture.numClipped() > 0) {
         painter.setClipRect(QRectF(clip.low.x, clip.low.y, clip.width(), clip.height()));
     }
+    Smoothing smoothing(painter);
     Lettering plain(false), bold(true);
     std::size_t numDone = 0;
     for (const PictureItem &item : picture.items()) {
         if (numDone++ == picture.numClipped()) painter.setClipping(false);
         if (item.text.empty())
-            drawPath(painter, item);
+            drawPath(painter, item, smoothing);
         else
             drawText(painter, item, item.textStyle.bold ? bold : plain);
     }

@@ -10,6 +10,7 @@ namespace EDATool {
 namespace {
 
 constexpr std::size_t nameLimit = 100;
+constexpr std::size_t layerLimit = 100;
 
 std::string orDash(const std::string &text) { return text.empty() ? "-" : shortened(text, nameLimit); }
 
@@ -34,13 +35,26 @@ std::string withInstances(std::size_t definitions, std::size_t all) {
 }
 
 void addLayers(const EDA::EDABoard &board, std::vector<TableRow> &rows) {
+    std::size_t number = 0;
     for (auto layer = board.beginLayers(); layer != board.endLayers(); ++layer) {
+        if (number++ == layerLimit) {
+            rows.push_back({"...", "and " + count(board.numLayers() - layerLimit) + " more"});
+            return;
+        }
         rows.push_back({"Layer " + orDash(layer->getName()),
                         std::string(layer->isConductor() ? "conductor" : "dielectric") + ", thickness " +
                             shortNumber(layer->getThickness()) + ", " +
                             count(static_cast<std::size_t>(layer->numTraces())) + " traces, " +
                             count(static_cast<std::size_t>(layer->numNets())) + " nets"});
     }
+}
+
+// Of a package.
+void addSolids(const Design &design, std::vector<TableRow> &rows) {
+    const EDA::EDABoard &board = design.board();
+    if (!design.isPackage || board.numComponents() == 0) return;
+    const int number = board.beginComponents()->getOutline().numInternalOutlines();
+    rows.push_back({"Solids", count(static_cast<std::size_t>(number))});
 }
 
 // Of a set, what each file was taken for.
@@ -91,6 +105,7 @@ std::string designTable(const Design &design) {
                              {"Route outlines", count(board.numRouteOutlines())},
                              {"Placement outlines", count(board.numPlacementOutlines())},
                              {"Layers", count(board.numLayers())}});
+    addSolids(design, rows);
     addLayers(board, rows);
     return tableText(rows);
 }

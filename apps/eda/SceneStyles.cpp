@@ -30,10 +30,10 @@ constexpr Colour dark{24, 30, 37, 255};
 constexpr Colour light{240, 243, 246, 255};
 constexpr Colour shapeEdge{60, 70, 82, 255}; // on grey
 
-// Of copper, from the top layer down, so that pictures of layers are told apart.
-constexpr Colour layerColours[] = {{196, 58, 49, 255},  {41, 98, 196, 255},  {37, 134, 82, 255},
-                                   {200, 128, 32, 255}, {126, 74, 176, 255}, {22, 138, 150, 255},
-                                   {178, 60, 120, 255}, {110, 120, 34, 255}};
+// Of copper, from the top layer down, so that pictures of layers are told apart; each against the green too.
+constexpr Colour layerColours[] = {{196, 58, 49, 255},  {41, 98, 196, 255},  {170, 216, 84, 255},
+                                   {200, 128, 32, 255}, {126, 74, 176, 255}, {70, 194, 214, 255},
+                                   {178, 60, 120, 255}, {226, 214, 150, 255}};
 
 struct PartLook {
     PartKind kind;
@@ -184,7 +184,7 @@ void SceneStyles::addParts(const BoardView &view, std::vector<LegendEntry> &lege
         legend.push_back({label, style, LegendEntry::Swatch::Box});
     };
     PartView sample;
-    if (isLayer_) return addIf("Part", sample, [](const PartView &) { return true; });
+    if (isLayer_) return addIf("Part outline", sample, [](const PartView &) { return true; });
     if (showsPower())
         addIf("No power", sample,
               [this](const PartView &each) { return !each.isFiltered && !isColoured(each); });

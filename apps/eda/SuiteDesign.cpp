@@ -14,6 +14,8 @@
 #include "SuiteSteps.h"
 #include "WarningList.h"
 
+#include <new>
+
 namespace EDATool {
 
 namespace {
@@ -92,6 +94,8 @@ std::string reasonOf(const EDA::VelkinEDAReader &reader) {
     std::string warnings;
     reader.hadWarnings(warnings);
     if (!cutEnd(text, warnings)) cutEnd(text, "No data read from the file.");
+    // What the library says of it is its bare name.
+    if (cutEnd(text, std::bad_alloc().what())) text += "there is not enough memory to read it";
     const std::string reason = joined(text);
     return reason.empty() ? "holds no board: neither an edge nor a conductor layer" : reason;
 }

@@ -33,14 +33,24 @@ bool isForComponent(const DesignSettings &settings) {
     return textOf(*options->root(), AttributePath(Import_Type_t)) == "Component";
 }
 
-void addLosses(const std::string &file, bool isPackage, Design &design) {
+// Errors about files begin with the name, which is told as it is.
+std::string reasonOf(const std::string &error, const std::string &file) {
+    const std::string start = file + ": ";
+    return error.rfind(start, 0) == 0 ? error.substr(start.size()) : error;
+}
+
+// Gives the number of solids that a package loses for the reasons that were told.
+std::size_t addLosses(const std::string &file, bool isPackage, Design &design) {
     FileSystem::CSVParser rows(' ', true, false, '\n', false);
     rows.addSeparator('\t');
     if (!rows.parseFile(file, true, true, false))
-        throw DesignFailure(inQuotes(file) + ": cannot be read as XFL: " + printable(rows.getError()));
+        throw DesignFailure(inQuotes(file) +
+                            ": cannot be read as XFL: " + printable(reasonOf(rows.getError(), file)));
     if (rows.getNumberOfRows() == 0) throw DesignFailure(inQuotes(file) + ": has no rows");
-    for (const std::string &line : findXflLosses(rows, isPackage).lines())
+    const XflNotices notices = findXflLosses(rows, isPackage);
+    for (const std::string &line : notices.lines())
         design.warnings.push_back(inQuotes(file) + ": " + line);
+    return notices.numEmptySolids();
 }
 
 void read(EDA::XFLReader &reader, const std::string &file, Design &design) {
@@ -68,14 +78,53 @@ double heightOf(const EDA::EDAOutline &bodies) {
     return height;
 }
 
+// Leaves out the solids without an area, of which an import would make solids without an outline. Gives their
+// number.
+std::size_t dropEmptyBodies(EDA::EDAOutline &outline) {
+    std::vector<EDA::EDAOutline> bodies;
+    const auto total = static_cast<std::size_t>(outline.numInternalOutlines());
+    for (auto body = outline.beginInternalOutlines(); body != outline.endInternalOutlines(); ++body)
+        if (body->getPoints(true).size() > 2) bodies.push_back(std::move(*body));
+    outline.clear();
+    for (const EDA::EDAOutline &body : bodies)
+        outline.addInternalOutline(body);
+    return total - bodies.size();
+}
+
+// What the file places is nothing to a package, which is one part.
+void leaveComponentAlone(EDA::EDABoard &board) {
+    EDA::EDAComponent component = std::move(*board.beginComponents());
+    EDA::EDAComponentPlacement placement;
+    placement.setReferenceDesignator(component.getName());
+    placement.setName(component.getName());
+    placement.setPartNumber(component.getPartNumber());
+    EDA::EDABoard alone;
+    alone.setUnits(board.getUnits());
+    alone.addComponent(component, false);
+    alone.addComponentPlacement(std::move(placement));
+    board = std::move(alone);
+}
+
+void tellEmptyBodies(const std::string &file, std::size_t number, Design &design) {
+    if (number == 0) return;
+    design.warnings.push_back(
+        inQuotes(file) + ": " + std::to_string(number) +
+        (number == 1 ? " solid has no area and is left out" : " solids have no area and are left out") +
+        ": sizes of 0, or tracks that cross themselves too often");
+}
+
 // As a package the file is one component. Its edge, name and height are those of the same file as a board:
 // what is in the component is measured from that edge.
-void readPackage(const std::string &file, Design &design) {
+void readPackage(const std::string &file, std::size_t numEmptyTold, Design &design) {
     auto reader = std::make_unique<EDA::XFLReader>(true);
     read(*reader, file, design);
     EDA::EDABoard &board = reader->getBoard();
+    const bool hasComponent = board.numComponents() > 0;
+    const std::size_t numEmpty = hasComponent ? dropEmptyBodies(board.beginComponents()->getOutline()) : 0;
+    tellEmptyBodies(file, numEmpty - std::min(numEmpty, numEmptyTold), design);
     if (!hasBodies(board))
         throw DesignFailure(inQuotes(file) + ": has nothing that a component can be made of");
+    leaveComponentAlone(board);
     const auto component = board.beginComponents();
     component->setHeight(heightOf(component->getOutline()));
     EDA::XFLReader asBoard(false);
@@ -125,9 +174,9 @@ void readXflDesign(const std::vector<std::string> &files, const DesignSettings &
                            " are two XFL files, which are a design each");
     }
     const bool isPackage = isForComponent(settings);
-    addLosses(file, isPackage, design);
+    const std::size_t numEmptyTold = addLosses(file, isPackage, design);
     if (isPackage) {
-        readPackage(file, design);
+        readPackage(file, numEmptyTold, design);
     } else {
         readBoard(file, design);
     }

@@ -1,9 +1,11 @@
 // A walk over the rows of an XFL file for what its reader passes over.
 #include "text/Text.h"
 #include "XflNotices.h"
+#include "XflShapes.h"
 
+#include <algorithm>
 #include <map>
-#include <set>
+#include <tuple>
 #include <unordered_map>
 
 namespace EDATool {
@@ -20,13 +22,23 @@ constexpr std::size_t viaFields = 5;
 
 int toNumber(const std::string &text) { return EDA::parseInt(text, 0, 0); }
 
-// The shape of a void is drawn like that of the conductor.
-bool isDrawn(const std::string &type) {
-    static const std::set<std::string> types{"rectangle", "square",  "circle",    "oblong", "bullet",
-                                             "finger",    "polygon", "composite", "path"};
-    const bool isVoid = type.rfind("void_", 0) == 0;
-    return types.count(isVoid ? type.substr(5) : type) > 0 && type != "void_path";
-}
+enum class BlockUse { Parameters, PassedOver };
+
+// What a row has behind its first fields, with the rows of its block.
+struct Block {
+    bool isThere = false; // a "{"
+    ShapeParameters parameters;
+};
+
+struct TableShape {
+    std::string type;
+    ShapeState state;
+};
+
+// What a void would be cut out of.
+enum class Ground { None, Empty, Solid };
+
+Ground groundOf(ShapeState state) { return state == ShapeState::Drawn ? Ground::Solid : Ground::Empty; }
 
 class Walk {
 public:
@@ -42,11 +54,13 @@ public:
                 notices_.add(XflLoss::StrayRows);
             }
         }
+        if (numEdges_ > 0) notices_.add(XflLoss::MovedVoids, numEdges_ == 1 ? numEarlyVoids_ : numVoids_);
         return notices_;
     }
 
 private:
     using Step = void (Walk::*)();
+    using Edge = std::tuple<std::string, double, std::size_t>; // type, scale, mark of the parameters
 
     static const std::unordered_map<std::string, Step> &sections() {
         static const std::unordered_map<std::string, Step> table{
@@ -93,18 +107,35 @@ private:
         return row_ != end_;
     }
 
-    // Over the block that the row opens from this field on, to its last row. True if there is one.
-    bool passBlock(std::size_t from) {
-        bool isOpen = false, hasBlock = false;
-        do {
-            for (std::size_t i = from; i < row_->size(); ++i) {
-                if ((*row_)[i] == "{") isOpen = hasBlock = true;
-                if ((*row_)[i] == "}") isOpen = false;
-            }
-            from = 0;
-        } while (isOpen && next());
+    bool isSection() const { return sections().count(field(0)) > 0; }
+
+    // Over the block that the row opens from this field on, to its last row. The reader opens a block of
+    // parameters again at any "{", but one that it passes over in the first row alone.
+    Block passBlock(std::size_t from, BlockUse use) {
+        Block block;
+        bool isOpen = false;
+        readBraces(from, block, isOpen);
+        while (isOpen && next()) {
+            if (isSection()) notices_.add(XflLoss::Sections, field(0));
+            if (use == BlockUse::Parameters)
+                readBraces(0, block, isOpen);
+            else
+                isOpen = std::find(row_->begin(), row_->end(), "}") == row_->end();
+        }
         if (isOpen) notices_.add(XflLoss::OpenBlocks);
-        return hasBlock;
+        return block;
+    }
+
+    void readBraces(std::size_t from, Block &block, bool &isOpen) const {
+        for (std::size_t i = from; i < row_->size(); ++i) {
+            const std::string &text = (*row_)[i];
+            if (text == "{")
+                isOpen = block.isThere = true;
+            else if (text == "}")
+                isOpen = false;
+            else
+                block.parameters.add(text);
+        }
     }
 
     void passRow() {}
@@ -112,15 +143,17 @@ private:
     void visitScale() {
         const double scale = EDA::parseDouble(field(1), 0.0, 0.0);
         if (row_->size() > 1 && scale == 0.0) notices_.add(XflLoss::Scales);
+        if (scale != 0.0) scale_ = scale;
     }
 
     // Each row of a section that has so many fields.
     template <typename Visit> void forEachRow(std::size_t least, const Visit &visit) {
         while (next() && field(0) != ".end") {
-            if (row_->size() < least) {
-                notices_.add(XflLoss::ShortRows);
-            } else {
+            if (isSection()) notices_.add(XflLoss::Sections, field(0));
+            if (row_->size() >= least) {
                 visit();
+            } else if (!isSection()) {
+                notices_.add(XflLoss::ShortRows);
             }
         }
     }
@@ -139,23 +172,38 @@ private:
     void visitShapes() {
         forEachRow(shapeFields, [this] {
             const int id = toNumber(field(0));
-            shapes_[id] = field(1);
-            passBlock(2);
+            const std::string type = field(1);
+            shapes_[id] = {type, passBlock(2, BlockUse::Parameters).parameters.stateOf(type)};
         });
     }
 
     void visitEdge() {
         if (!next()) return;
-        hasBody_ = hasBody_ || numOffsets_ > 1;
-        passBlock(1);
+        if (isSection()) notices_.add(XflLoss::Sections, field(0));
+        const std::string type = field(0);
+        const ShapeParameters parameters = passBlock(1, BlockUse::Parameters).parameters;
+        const ShapeState state = parameters.stateOf(type);
+        const long long numLayers = std::max(numOffsets_ - 1, 0LL);
+        if (numLayers > 0) solid_ = groundOf(state);
+        if (state == ShapeState::Drawn) return countEdge({type, scale_, parameters.mark()});
+        notices_.add(XflLoss::Edges);
+        notices_.addEmptySolids(static_cast<std::size_t>(numLayers));
+    }
+
+    // The same edge once more moves nothing.
+    void countEdge(const Edge &edge) {
+        if (numEdges_ == 0) numEarlyVoids_ = numVoids_;
+        if (numEdges_ == 0 || edge != edge_) ++numEdges_;
+        edge_ = edge;
     }
 
     void visitParts() {
         forEachRow(partFields, [this] {
             const std::string &body = field(1);
-            if (body != "R" && body != "C" && body != "D") notices_.add(XflLoss::Bodies);
-            hasBody_ = true;
-            if (passBlock(6)) notices_.add(XflLoss::Pins);
+            const bool isKnown = body == "R" || body == "C" || body == "D";
+            if (!isKnown) addEmpty(XflLoss::Bodies);
+            solid_ = isKnown ? Ground::Solid : Ground::Empty;
+            if (passBlock(6, BlockUse::PassedOver).isThere) notices_.add(XflLoss::Pins);
         });
     }
 
@@ -178,8 +226,8 @@ private:
             if (piece != pieces().end()) {
                 (this->*piece->second)();
             } else {
-                notices_.add(XflLoss::Keywords);
-                passBlock(1);
+                notices_.add(XflLoss::Keywords, field(0));
+                passBlock(1, BlockUse::PassedOver);
             }
         });
     }
@@ -199,63 +247,77 @@ private:
         } else if (typeOf(kind->second) != "circle") {
             notices_.add(XflLoss::ViaShapes);
         } else {
-            hasBody_ = true;
+            solid_ = Ground::Solid;
         }
     }
 
     std::string typeOf(int shape) const {
         const auto found = shapes_.find(shape);
-        return found == shapes_.end() ? std::string() : found->second;
+        return found == shapes_.end() ? std::string() : found->second.type;
     }
 
-    // Tells of the first reason why a piece on this layer comes to nothing.
-    void addPiece(int layer, bool isKnown, bool hasPoints) {
-        if (!hasLayer(layer)) return notices_.add(XflLoss::Layers);
-        if (!isKnown) {
-            notices_.add(XflLoss::ShapeIds);
-        } else if (!hasPoints) {
-            notices_.add(XflLoss::Pieces);
-        }
-        hasBody_ = true;
-        layersWithShapes_.insert(layer);
+    void addEmpty(XflLoss loss) {
+        notices_.add(loss);
+        notices_.addEmptySolids(1);
     }
+
+    void addPiece(int layer, ShapeState state) {
+        if (!hasLayer(layer)) return notices_.add(XflLoss::Layers);
+        if (state != ShapeState::Drawn)
+            addEmpty(state == ShapeState::NotDrawn ? XflLoss::Pieces : XflLoss::ShortPieces);
+        takeGround(layer, groundOf(state));
+    }
+
+    void takeGround(int layer, Ground ground) { solid_ = shapeOfLayer_[layer] = ground; }
 
     void visitShape() {
+        const int layer = toNumber(field(1));
         const auto shape = shapes_.find(toNumber(field(2)));
-        addPiece(toNumber(field(1)), shape != shapes_.end(),
-                 shape != shapes_.end() && isDrawn(shape->second));
+        if (shape != shapes_.end()) return addPiece(layer, shape->second.state);
+        if (!hasLayer(layer)) return notices_.add(XflLoss::Layers);
+        addEmpty(XflLoss::ShapeIds);
+        takeGround(layer, Ground::Empty);
     }
 
     void visitPiece() {
-        addPiece(toNumber(field(1)), true, isDrawn(field(0)));
-        passBlock(2);
+        const std::string type = field(0);
+        const int layer = toNumber(field(1));
+        addPiece(layer, passBlock(2, BlockUse::Parameters).parameters.stateOf(type));
     }
 
     void visitPath() {
-        if (hasLayer(toNumber(field(1)))) {
-            hasBody_ = true;
-        } else {
-            notices_.add(XflLoss::Layers);
-        }
-        passBlock(3);
+        const int layer = toNumber(field(1));
+        const double width = EDA::parseDouble(field(2), 0.0, 0.0) / scale_;
+        const Block block = passBlock(3, BlockUse::Parameters);
+        if (!hasLayer(layer)) return notices_.add(XflLoss::Layers);
+        const bool hasArea = width > 0.0 && block.parameters.makeLine();
+        if (!hasArea) addEmpty(XflLoss::Lines);
+        solid_ = hasArea ? Ground::Solid : Ground::Empty;
     }
 
     void visitVoid() {
+        const std::string type = field(0);
         const int layer = toNumber(field(1));
-        const bool isLone = isPackage_ ? !hasBody_ : layersWithShapes_.count(layer) == 0;
+        const ShapeState state = passBlock(2, BlockUse::Parameters).parameters.stateOf(type);
+        const auto shape = shapeOfLayer_.find(layer);
+        const Ground copper = shape == shapeOfLayer_.end() ? Ground::None : shape->second;
+        const Ground ground = isPackage_ ? solid_ : copper;
         if (!hasLayer(layer)) {
             notices_.add(XflLoss::Layers);
-        } else if (isLone) {
-            notices_.add(XflLoss::LoneVoids);
-        } else if (!isDrawn(field(0))) {
-            notices_.add(XflLoss::Voids);
+        } else if (ground == Ground::None) {
+            notices_.add(isPackage_ ? XflLoss::FirstVoids : XflLoss::LoneVoids);
+        } else if (state != ShapeState::Drawn) {
+            notices_.add(state == ShapeState::NotDrawn ? XflLoss::Voids : XflLoss::ShortVoids);
+        } else if (ground == Ground::Empty) {
+            notices_.add(XflLoss::EmptyVoids);
+        } else if (isPackage_) {
+            ++numVoids_;
         }
-        passBlock(2);
     }
 
     void visitBondwire() {
         notices_.add(XflLoss::Bondwires);
-        passBlock(1);
+        passBlock(1, BlockUse::PassedOver);
     }
 
     Rows::RowIterator row_;
@@ -265,10 +327,15 @@ private:
     long long numOffsets_ = 0;
     long long numConductors_ = 0;
     bool isConductorNext_ = true;
-    bool hasBody_ = false; // of a package: something that a void can be cut into
-    std::map<int, std::string> shapes_;
+    double scale_ = 1.0;
+    std::map<int, TableShape> shapes_;
     std::unordered_map<std::string, int> vias_;
-    std::set<int> layersWithShapes_;
+    std::map<int, Ground> shapeOfLayer_; // of a board: the last one that is no track
+    Ground solid_ = Ground::None;        // of a package: the last one
+    Edge edge_;                          // the last one with points
+    std::size_t numEdges_ = 0;           // changes of it
+    std::size_t numVoids_ = 0;           // of a package, with points
+    std::size_t numEarlyVoids_ = 0;      // of these, before the first edge
 };
 
 } // namespace

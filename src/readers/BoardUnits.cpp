@@ -12,6 +12,7 @@ namespace EDA {
 namespace {
 
 constexpr std::size_t maxNamedUnits = 5;
+constexpr std::size_t longestName = 40; // bytes
 
 // Whether anything in the board is in the board's own units.
 bool needsUnits(const EDABoard &board) {
@@ -32,12 +33,21 @@ std::set<std::string> unknownUnits(const EDABoard &board) {
     return units;
 }
 
+// A file may have a text of any length as its unit. No character is cut in two.
+std::string shortened(const std::string &text) {
+    if (text.size() <= longestName) return text;
+    std::size_t size = longestName;
+    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0u) == 0x80u)
+        --size;
+    return text.substr(0, size) + "...";
+}
+
 std::string quotedList(const std::set<std::string> &texts) {
     std::string list;
     std::size_t count = 0;
     for (const std::string &text : texts) {
         if (count == maxNamedUnits) return list + ", ...";
-        list += (count++ == 0 ? "\"" : ", \"") + text + '"';
+        list += (count++ == 0 ? "\"" : ", \"") + shortened(text) + '"';
     }
     return list;
 }

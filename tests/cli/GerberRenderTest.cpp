@@ -6,7 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <cstdlib>
+#include <set>
 
 namespace {
 
@@ -173,6 +175,37 @@ TEST(GerberRender, WrongOptionsAreRefused) {
         const ToolResult result = runTool(arguments);
         EXPECT_EQ(result.status, 2) << result << arguments[4];
     }
+}
+
+// A star of so many rays; its edges cross each other everywhere.
+std::string star(int rays) {
+    std::string region = "G36*\n";
+    for (int i = 0; i <= rays; ++i) {
+        const double angle = 2.0 * 3.14159265358979 * (rays / 2) * i / rays;
+        region += "X" + std::to_string(static_cast<int>(5e5 * std::cos(angle))) + "Y" +
+                  std::to_string(static_cast<int>(5e5 * std::sin(angle))) + (i == 0 ? "D02*\n" : "D01*\n");
+    }
+    return region + "G37*\n";
+}
+
+// In the middle of the picture, where there is nothing but the star.
+std::size_t numColoursOf(const std::string &layer, const TempFolder &folder) {
+    const std::string file = folder.write("top.gbr", gerberLayer(layer)), out = folder.path("out.png");
+    EXPECT_EQ(runTool({"render", file, "-o", out, "--no-merge"}).status, 0);
+    const QImage image(QString::fromStdString(out));
+    std::set<QRgb> colours;
+    for (int y = image.height() * 2 / 5; y < image.height() * 3 / 5; ++y)
+        for (int x = image.width() * 2 / 5; x < image.width() * 3 / 5; ++x)
+            colours.insert(image.pixel(x, y));
+    return colours.size();
+}
+
+TEST(GerberRender, EdgesAreSmoothButForATangleThatWouldTakeMinutes) {
+    const TempFolder folder;
+    EXPECT_GT(numColoursOf(star(5), folder), 4U);
+    const std::size_t numPlain = numColoursOf(star(1501), folder);
+    EXPECT_GE(numPlain, 1U);
+    EXPECT_LE(numPlain, 4U);
 }
 
 TEST(GerberRender, AnEmptyLayerIsAFailure) {

@@ -40,8 +40,9 @@ TEST_F(ToolSuite, OtherXmlIsNoDesignUnlessItsNameSaysSo) {
     EXPECT_THAT(info("a.xml", "<drawing/>\n").err, HasSubstr("a.xml': is in no format that eda reads"));
     const ToolResult result = info("a.cvg", "<drawing/>\n");
     EXPECT_EQ(result.status, 1) << result;
-    EXPECT_THAT(result.err,
-                HasSubstr("a.cvg': this is no IPC-2581 document: it is no XML, or its first element"));
+    EXPECT_THAT(
+        result.err,
+        HasSubstr("a.cvg': this is no IPC-2581 document: it is no XML, has a document type, or its "));
 }
 
 TEST_F(ToolSuite, ABrdOfTextIsIdfAndAnyOtherIsOfTheSuite) {

@@ -22,7 +22,7 @@ const std::string examples = std::string(EDA_EXAMPLES) + "/xfl/";
 const std::string stack =
     ".unit mm\n.layer\nTOP 0.1 C Copper FR4\nCORE 1 D Copper FR4\nBOT 0.1 C Copper FR4\n.end\n";
 const std::string edge = ".board_geom\nrectangle 20 10\n";
-const std::string shapes = ".shape\n1 circle 1\n2 rectangle 2 1\n3 diamond 1 1\n.end\n"
+const std::string shapes = ".shape\n1 circle 1\n2 rectangle 2 1\n3 diamond 1 1\n4 oblong 1\n.end\n"
                            ".via\nV 1 2 1 0 0.02\nW 1 2 2 0\n.end\n";
 
 std::string net(const std::string &rows) { return ".route\nN {\n" + rows + "}\n.end\n"; }
@@ -179,7 +179,10 @@ TEST_F(ToolXfl, EachLossIsToldWithItsNumber) {
         {head + ".part\nP R 0 0 1 1 1 {\n1 0 0\n}\nQ R 0 0 1 1 1 { 1 0 0 }\n.end\n",
          "2 parts lose their blocks, which hold their pins\n"},
         {head + net("bondwire 1 {\n2\n}\nbondwire\n"), "2 bond wires are left out\n"},
-        {head + net("note {\nvia 9\n}\n"), "1 row of a net begins with an unknown word and is left out\n"},
+        {head + net("note {\nvia 9\n}\n"),
+         "1 row of a net begins with an unknown word and is left out with its block: 'note'\n"},
+        {head + net("x\ny\n"),
+         "2 rows of nets begin with unknown words and are left out with their blocks: the first is 'x'\n"},
         {head + net("rectangle 0 1 1 0 0\nsquare -1 1 1 0 0\npath 3 1 0 0 1 1\nshape 9999999999 1 0 0\n"
                     "via 1 3 V 0 0\nvoid_square 3 1 1 0 0\n"),
          "6 pieces of nets are left out: they name layers that the file does not have\n"},
@@ -191,10 +194,70 @@ TEST_F(ToolXfl, EachLossIsToldWithItsNumber) {
         {head + net("square 1 4 4 0 0\nvoid_diamond 1 1 1 0 0\n"),
          "1 void has no points: its kind of shape is not drawn\n"},
         {head + net("square 1 4 4 0 0\npath 2 1 0 0 1 1\nvoid_square 2 1 1 0 0\n"),
-         "1 void is left out: nothing on its layer stands before it\n"},
+         "1 void is left out: no copper but tracks stands before it on its layer\n"},
+        {head + net("rectangle 1 5\npolygon 1\npolygon 1 0 0 1 1\nshape 1 4 0 0\ncircle 1\ncomposite 1 0 0 "
+                    "arc 1\n"),
+         "6 pieces of copper have no area: parameters of their shapes are missing\n"},
+        {head + net("path 1 1 2 2\npath 1 0 0 0 1 1\npath 1 -1 0 0 1 1\npath 1\n"),
+         "4 tracks have no area: they have less than two points, or their widths are not above 0\n"},
+        {head + net("square 1 4 4 0 0\nvoid_rectangle 1 1\nvoid_polygon 1 0 0 1 1\n"),
+         "2 voids have no area: parameters of their shapes are missing\n"},
+        {head + net("rectangle 1 5\nvoid_square 1 1 1 0 0\n"),
+         "1 piece of copper has no area: parameters of its shape are missing\n"
+         "1 void is left out: what it would be cut out of has no area\n"},
+        {stack + shapes + ".board_geom\ndiamond 4 4\n",
+         "1 edge has no points: its kind of shape is not drawn, or parameters are missing\n"},
     };
     for (const Loss &loss : losses)
         EXPECT_EQ(told(loss.rows), loss.text) << loss.rows;
+}
+
+TEST_F(ToolXfl, ShapesThatAreCompleteAreNotTold) {
+    const std::string copper =
+        "composite 1 { -1 0 rarc 1 0 0 0 rarc -1 0 0 0 }\npolygon 1 0 0 1 0 0 1\ncircle 1 1 0 0\n";
+    EXPECT_EQ(told(stack + edge + net(copper + "void_composite 1 -1 0 rarc 1 0 0 0\n")), "");
+}
+
+TEST_F(ToolXfl, ASectionWithinAnotherIsToldWithItsKeyword) {
+    const std::string within =
+        "1 keyword of a section stands within the section before it, whose end or shape is "
+        "missing, and counts as a row of that one: '";
+    const std::string noEnd = ".unit mm\n.layer\nTOP 0.1 C Copper FR4\nCORE 1 D Copper FR4\n";
+    EXPECT_EQ(told(noEnd + ".via\n.end\n" + edge), within + ".via'\n");
+    EXPECT_THAT(told(stack + ".board_geom\n.route\nN {\n}\n.end\n"), HasSubstr(within + ".route'\n"));
+    EXPECT_THAT(told(stack + edge + ".route\nN {\n.via\n}\n.end\n"), HasSubstr(within + ".via'\n"));
+    EXPECT_THAT(told(stack + edge + ".shape\n1 polygon {\n.via\n}\n.end\n"), HasSubstr(within + ".via'\n"));
+}
+
+TEST_F(ToolXfl, ANetBehindOneWithoutItsEndIsToldByItsName) {
+    EXPECT_EQ(told(stack + edge + ".route\nN {\nsquare 1 1 1 0 0\nM {\nsquare 1 1 1 0 0\n}\n}\n.end\n"),
+              "1 row of a net begins with an unknown word and is left out with its block: 'M'\n");
+}
+
+TEST_F(ToolXfl, ABlockThatIsPassedOverEndsAtAnyBrace) {
+    EXPECT_EQ(told(stack + edge + net("note {\n} {\nsquare 1 1 1 0 0\n")),
+              "1 row of a net begins with an unknown word and is left out with its block: 'note'\n");
+}
+
+TEST_F(ToolXfl, ARowOfTooManyFieldsIsToldWithTheLimit) {
+    std::string rows = ".layer\n";
+    for (int i = 0; i <= 4'000'000; ++i)
+        rows += "a ";
+    const ToolResult result = info(rows);
+    EXPECT_EQ(result.status, 1) << result;
+    EXPECT_EQ(result.err,
+              "eda: '" + folder.path("a.xfl") +
+                  "': cannot be read as XFL: has a row of more than 67108864 bytes or 4000000 fields\n");
+}
+
+TEST_F(ToolXfl, OfManyLayersTheFirstHundredAreListed) {
+    std::string rows = ".unit mm\n.layer\n";
+    for (int i = 1; i <= 103; ++i)
+        rows += "C" + std::to_string(i) + " 0.1 C Copper FR4\nD 0.1 D Copper FR4\n";
+    const ToolResult result = info(rows + ".end\n" + edge);
+    EXPECT_THAT(result.out, HasSubstr("Layer C100 "));
+    EXPECT_THAT(result.out, Not(HasSubstr("Layer C101 ")));
+    EXPECT_THAT(result.out, EndsWith(" and 3 more\n"));
 }
 
 TEST_F(ToolXfl, LayersOutOfTurnAreTold) {
@@ -235,7 +298,7 @@ TEST_F(ToolXfl, AMillionRowsOfUnknownShapesAreOneLine) {
 std::string toldOf(const std::string &file, const std::string &wires) {
     const std::string start = "eda: warning: '" + file + "': ";
     return start + "1 part loses its block, which holds its pins\n" + start + wires + "\n" + start +
-           "1 row of a net begins with an unknown word and is left out\n" + start +
+           "1 row of a net begins with an unknown word and is left out with its block: 'note'\n" + start +
            "1 via is left out: its shape is no circle\n" + start +
            "4 pieces of copper have no points: their kinds of shape are not drawn\n" + start +
            "2 voids have no points: their kinds of shape are not drawn\n";
@@ -330,6 +393,26 @@ TEST_F(ToolXfl, LayersOfTheExamplesAreDrawn) {
             EXPECT_EQ(result.status, 0) << result;
             EXPECT_THAT(folder.read("layer.svg"), HasSubstr("<path"));
         }
+    }
+}
+
+TEST_F(ToolXfl, ViasAreDrawnOnTheLayersThatTheyReach) {
+    // From 1 to 2, from 2 to 3 and through all of three conductors; each of a diameter of its own.
+    const std::string file = folder.write(
+        "a.xfl",
+        ".unit mm\n.layer\nA 0.1 C Copper FR4\nB 1 D Copper FR4\nC 0.1 C Copper FR4\nD 1 D Copper FR4\n"
+        "E 0.1 C Copper FR4\n.end\n.shape\n1 circle 1\n2 circle 2\n3 circle 3\n.end\n.via\nV 0 0 1 0\n"
+        "W 0 0 2 0\nX 0 0 3 0\n.end\n" +
+            edge + net("via 1 2 V 0 0\nvia 2 3 W 3 0\nvia 1 3 X 6 0\n"));
+    ASSERT_EQ(runTool({"import", file, "-o", folder.path("model.json")}).status, 0);
+    const auto model = loadModel(folder.path("model.json"));
+    const Design design = readDesign({file});
+    const std::size_t numHoles[] = {2, 3, 2};
+    for (std::size_t layer = 1; layer <= 3; ++layer) {
+        EXPECT_EQ(viewOfBoard(design.board(), Side::Top, layer).holes.size(), numHoles[layer - 1]) << layer;
+        EXPECT_EQ(viewOfModel(*findBoard(*model, file, ""), Side::Top, layer).holes.size(),
+                  numHoles[layer - 1])
+            << layer;
     }
 }
 

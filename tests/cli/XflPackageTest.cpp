@@ -261,6 +261,67 @@ TEST_F(ToolXflPackage, InfoTellsItsEdgeAndHeight) {
         EXPECT_THAT(result.out, HasSubstr(text));
 }
 
+TEST_F(ToolXflPackage, InfoTellsItsSolidsAndNoPlacementsOfTheFile) {
+    const ToolResult result = runTool({"info", folder.write("a.xfl", package()), "--as", "Component"});
+    EXPECT_THAT(result.out, HasSubstr("Placements          1\n"));
+    EXPECT_THAT(result.out, HasSubstr("Solids              7\n"));
+}
+
+TEST_F(ToolXflPackage, ItsImportNamesItByItsDesignator) {
+    const ToolResult result = runTool(
+        {"import", folder.write("a.xfl", package()), "-o", folder.path("m.json"), "--as", "Component"});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.out, testing::ContainsRegex("Without power +1: 'a'\n"));
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("Without definition")));
+}
+
+TEST_F(ToolXflPackage, SolidsWithoutAnAreaAreLeftOut) {
+    std::string rows = package();
+    rows.insert(rows.find("shape 1 1 -5"),
+                "annular 1 1 2 0 0\nrectangle 1 5\npath 1 0 0 0 1 1\nshape 1 9 0 0\n"
+                "rectangle 1 0 0 2 2\n");
+    const std::string file = folder.write("a.xfl", rows);
+    const ToolResult result = import(file, {"--as", "Component"});
+    EXPECT_THAT(result.err, HasSubstr("': 1 solid has no area and is left out: sizes of 0, or tracks"));
+    const auto model = loadModel(folder.path("m.json"));
+    const std::vector<Entity *> solids = bodies(*all(*model, Component_t).at(0));
+    EXPECT_EQ(solids.size(), 7u);
+}
+
+TEST_F(ToolXflPackage, AnEdgeWithoutPointsMakesNoSolids) {
+    const ToolResult result = import(folder.write("a.xfl", package("diamond 1 1")), {"--as", "Component"});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.err, HasSubstr("1 edge has no points"));
+    EXPECT_THAT(result.err, testing::Not(HasSubstr("solid")));
+    EXPECT_EQ(bodies(*all(*loadModel(folder.path("m.json")), Component_t).at(0)).size(), 4u);
+}
+
+TEST_F(ToolXflPackage, VoidsThatAnEdgeMayMoveAreTold) {
+    const std::string head = ".unit mm\n.layer\nT 1 C Cu FR\nD 1 D Cu FR\n.end\n";
+    const std::string edge = ".board_geom\nrectangle 20 10\n", other = ".board_geom\nrectangle 9 9\n";
+    const std::string net = ".route\nN {\nsquare 1 4 4 0 0\nvoid_square 1 1 1 0 0\n}\n.end\n";
+    const auto told = [&](const std::string &rows) {
+        return runTool({"info", folder.write("a.xfl", head + rows), "--as", "Component"}).err;
+    };
+    for (const std::string &rows : {edge + net, edge + edge + net, net, edge + net + edge})
+        EXPECT_EQ(told(rows), "") << rows;
+    for (const std::string &rows : {net + edge, edge + other + net, edge + net + other})
+        EXPECT_THAT(told(rows), HasSubstr("1 void may be out of its place: ")) << rows;
+}
+
+TEST_F(ToolXflPackage, VoidsBehindNothingAreTold) {
+    const std::string head = ".unit mm\n.layer\nT 1 C Cu FR\nD 1 D Cu FR\n.end\n.route\nN {\n";
+    const auto told = [&](const std::string &rows) {
+        const std::string file = folder.write("a.xfl", head + rows + "square 1 1 1 0 0\n}\n.end\n");
+        return runTool({"info", file, "--as", "Component"}).err;
+    };
+    EXPECT_THAT(told("void_square 1 1 1 0 0\n"),
+                HasSubstr("1 void is left out: no solid stands before it\n"));
+    EXPECT_THAT(told("square 1 1 1 0 0\nannular 1 1 2 0 0\nvoid_square 1 1 1 0 0\n"),
+                HasSubstr("1 void is left out: what it would be cut out of has no area\n"));
+    EXPECT_EQ(told("path 1 1 0 0 5 5\nvoid_square 1 1 1 0 0\n"), "");
+}
+
 TEST_F(ToolXflPackage, ItsModelIsDrawn) {
     imported(example, {"--as", "Component"});
     for (const char *side : {"top", "bottom"}) {

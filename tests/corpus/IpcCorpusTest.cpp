@@ -248,7 +248,9 @@ TEST_F(IpcCorpus, ADocumentBesideTheSchemaIsReadAsFarAsItGoes) {
     for (auto placed = board().beginPlacements(); placed != board().endPlacements(); ++placed)
         numBottom += placed->isOnBoardTop() ? 0 : 1;
     EXPECT_EQ(numBottom, all("<Component [^>]*layerRef=\"(BOTTOM_COPPER)\"").size());
-    EXPECT_THAT(warnings(), testing::HasSubstr("element Drill in a shape is not read (5 times)"));
+    EXPECT_EQ(board().numVias(1), all("<Pad [^>]*padstackDefRef=\"(VIA_[^\"]*)\"").size());
+    EXPECT_EQ(board().numVias(1), 4u);
+    EXPECT_THAT(warnings(), testing::HasSubstr("the holes are those of the pads' stacks"));
 }
 
 } // namespace

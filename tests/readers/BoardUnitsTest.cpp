@@ -62,6 +62,13 @@ TEST(BoardUnits, UnitsOfComponentsAreLookedAt) {
     EXPECT_EQ(describeUnknownUnits(board), std::string("unknown units \"CUBIT\", \"ELL\"") + advice);
 }
 
+TEST(BoardUnits, LongNamesAreCutBetweenCharacters) {
+    const std::string start(39, 'x');
+    EXPECT_EQ(describeUnknownUnits(boardWith(start + "\u00e9" + std::string(1'000'000, 'y'))),
+              "unknown units \"" + start + "...\"" + advice);
+    EXPECT_EQ(describeUnknownUnits(boardWith(start + "y")), "unknown units \"" + start + "y\"" + advice);
+}
+
 TEST(BoardUnits, LongListsAreCut) {
     EDABoard board = boardWith("MM");
     for (char c = 'a'; c < 'z'; ++c)

@@ -2,9 +2,11 @@
 #include "host/FileSystem/CSVParser.h"
 
 #include "host/FileSystem/File.h"
+#include "host/FileSystem/Limits.h"
 #include "host/FileSystem/NativePath.h"
 #include "text/Encoding.h"
 
+#include <string>
 #include <utility>
 
 namespace FileSystem {
@@ -57,7 +59,8 @@ bool CSVParser::parseFile(const std::string &filename, bool quotes, bool dropBla
     text = EDA::decodedToUtf8(std::move(text));
     if (rules_.lineEnd == '\n') unifyLineEnds(text);
     if (setText(std::move(text))) return true;
-    error_ = fileError(filename, "has a line that is too long");
+    error_ = fileError(filename, "has a row of more than " + std::to_string(maxLineLength) + " bytes or " +
+                                     std::to_string(maxRowTokens) + " fields");
     return false;
 }
 

@@ -30,7 +30,7 @@ class Engine {
 public:
     enum Operand { Subject = 0, Clip = 1 };
 
-    // Limits other than the usual ones are for tests.
+    // The usual limits are for whole layers; a single outline gets by with less.
     explicit Engine(NodingLimits const &limits = NodingLimits()) : limits_(limits) {}
 
     // Adds a contour of points with members x and y. Throws std::invalid_argument for a

@@ -14,6 +14,11 @@ namespace {
 using Clip::Contour;
 using Clip::Engine;
 using Clip::Inside;
+using Clip::NodingLimits;
+
+// Of one outline that is cleaned. One that was drawn crosses itself a few times for each edge; only what was
+// made to do harm does so a million times, and a file may have many of those.
+constexpr NodingLimits cleaningLimits{5e5, 16.0, 1.25e8, 1e3};
 
 void addPolygon(Engine &engine, Engine::Operand operand, Polygon2D const &polygon) {
     engine.addContour(operand, polygon.points().data(), polygon.numPoints());
@@ -94,10 +99,10 @@ bool PolygonClipper::clipPolygon(Polygon2D const &subject, std::vector<Polygon2D
     Inside::Operation inside = Inside::Operation::Union;
     bool done = operationOf(operation, inside);
     try {
-        Engine engine;
-        addSide(engine, Engine::Subject, subject, subjectHoles);
         // With itself, the way to ask for cleaning: one side tells all.
         bool const alone = operation != Difference && isSameSide(subject, subjectHoles, clip, clipHoles);
+        Engine engine(alone ? cleaningLimits : NodingLimits());
+        addSide(engine, Engine::Subject, subject, subjectHoles);
         if (alone)
             inside = Inside::Operation::Union;
         else

@@ -80,8 +80,8 @@ Layout readDesignFile(const std::string &design, const DesignRequest &request, W
     if (isIpcDocument(design)) return readDocument(design, request, log);
     const std::string format = Path::getFormatExtension(design, true);
     if (format == "xml" || format == "cvg")
-        throw std::runtime_error(
-            "this is no IPC-2581 document: it is no XML, or its first element is another");
+        throw std::runtime_error("this is no IPC-2581 document: it is no XML, has a document type, or its "
+                                 "first element is another");
     if (format == "qvd")
         throw std::runtime_error(
             "this layout is not in the text form that can be read; only the suite opens it");

@@ -62,14 +62,30 @@ void IpcAssembly::expand(IpcStep &step, const IpcPlacement &placement, int depth
     if (++numSteps_ > maxSteps) return tellTooMany();
     place(step, placement);
     if (!isPanel(step)) {
-        if (!step.repeats.empty())
-            context_.log.warn("a step with a profile repeats others: they are left out");
+        if (numPlaced_[&step] == 1) tellRepeats(step); // not for each place of it
         return;
     }
     if (depth >= maxDepth)
         return context_.log.warn("panels in panels are too deep: those further in are left out");
     for (const IpcRepeat &one : step.repeats)
         repeat(one, placement, depth);
+}
+
+// Often a panel with a rail of its own, and nothing of a board on it: its boards are to be asked for.
+void IpcAssembly::tellRepeats(const IpcStep &step) const {
+    constexpr std::size_t most = 5;
+    std::set<std::string> names;
+    for (const IpcRepeat &repeat : step.repeats)
+        if (names.size() <= most) names.insert(repeat.step);
+    std::string text;
+    std::size_t count = 0;
+    for (const std::string &name : names)
+        text += count++ == most ? ", ..." : (count > 1 ? ", " : "") + name;
+    if (!names.empty())
+        context_.log.warn("step " + step.name +
+                          " has a profile and repeats others, which are left out (to be read "
+                          "with --step): " +
+                          text);
 }
 
 void IpcAssembly::tellTooMany() const {
@@ -89,11 +105,12 @@ void IpcAssembly::repeat(const IpcRepeat &repeat, const IpcPlacement &placement,
         }
 }
 
-// What a step costs that stands on a panel many times counts as points do.
+// What a step costs that stands on a panel many times counts as points do. Each component and hole becomes
+// records of its own here and further on.
 bool IpcAssembly::takeStep(const IpcStep &step) {
+    const std::size_t records = step.components.size() + holes_->countOf(step);
     return context_.takePoints(layout_.layers.size() + step.profile.size() + step.packages.size() +
-                               step.components.size() + step.holes.size() + step.fills.size() +
-                               step.stackPlaces.size());
+                               pointsPerRecord * records);
 }
 
 void IpcAssembly::place(IpcStep &step, const IpcPlacement &placement) {
@@ -135,11 +152,14 @@ void IpcAssembly::addCopper(IpcStep &step, const IpcPlacement &placement) {
         if (!isPanel_) layer.elements.reserve(copper->second.drawn.size());
         for (IpcDrawn &drawn : copper->second.drawn) {
             const std::string &net = names_.get(drawn.net);
+            const std::size_t numElements = 1 + drawn.area.holes.size();
+            if (!context_.takePoints(IpcContext::costOf(net) * numElements)) return;
             if (!isPanel_) {
                 addElements(layer, std::move(drawn.area), net);
                 continue;
             }
-            if (!context_.takePoints(countPoints(drawn.area))) return;
+            if (!context_.takeCopies(countPoints(drawn.area), numElements, IpcGeometry::Copy::OfPanel))
+                return;
             Areas moved = placement.apply(Areas{drawn.area});
             if (context_.geometry.isUsable(moved)) addElements(layer, std::move(moved[0]), net);
         }

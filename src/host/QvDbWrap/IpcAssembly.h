@@ -21,6 +21,8 @@ class IpcAssembly {
 public:
     static constexpr int maxDepth = 16;              // panels in panels
     static constexpr std::size_t maxSteps = 1000000; // that stand on a panel
+    // What a hole or component costs on a panel, in points.
+    static constexpr std::size_t pointsPerRecord = 60;
 
     IpcAssembly(IpcContext &context, const IpcLayers &layers, const IpcNames &names, IpcSteps &steps)
         : context_(context), layers_(layers), names_(names), steps_(steps) {}
@@ -33,6 +35,7 @@ private:
     void expand(IpcStep &step, const IpcPlacement &placement, int depth);
     void repeat(const IpcRepeat &repeat, const IpcPlacement &placement, int depth);
     bool takeStep(const IpcStep &step);
+    void tellRepeats(const IpcStep &step) const;
     void tellTooMany() const;
     void place(IpcStep &step, const IpcPlacement &placement);
     void settle(IpcStep &step);

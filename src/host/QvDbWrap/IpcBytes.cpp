@@ -74,7 +74,23 @@ bool IpcBytes::isAccepted(const char *data, qint64 size) {
     numEqualSigns_ = hasOpening ? 0 : numEqualSigns_ + std::count(data, data + size, '=');
     if (numEqualSigns_ > maxEqualSigns) refusal_ = "an element with too many attributes";
     if (numRead_ + size > maxBytes) refusal_ = "more than 1 GiB";
+    watchProlog(data, size);
+    if (prolog_.hasDocumentType()) refusal_ = IpcProlog::documentTypeFound;
     return refusal_.empty();
+}
+
+void IpcBytes::watchProlog(const char *data, qint64 size) {
+    for (qint64 i = 0; i < size && !prolog_.isOver(); ++i) {
+        if (wideLow_ < 0) {
+            prolog_.add(data[i]);
+        } else if ((numRead_ + i) % 2 == 0) {
+            firstOfPair_ = data[i];
+        } else {
+            const char low = wideLow_ == 0 ? firstOfPair_ : data[i];
+            const char high = wideLow_ == 0 ? data[i] : firstOfPair_;
+            prolog_.add(high == 0 ? low : IpcProlog::noMarkup);
+        }
+    }
 }
 
 } // namespace QvDbWrap

@@ -1,6 +1,8 @@
 // Hands the bytes of a document to the XML parser, and stops where they would keep it busy for ever.
 #pragma once
 
+#include "host/QvDbWrap/IpcProlog.h"
+
 #include <QIODevice>
 
 #include <cstdint>
@@ -22,9 +24,6 @@ public:
     explicit IpcBytes(const std::string &file);
     explicit IpcBytes(const QByteArray &document);
 
-    // What the source held when it was opened.
-    std::int64_t sourceSize() const { return source_->size(); }
-
     // Why the bytes end before the source does; empty when they don't.
     const std::string &refusal() const { return refusal_; }
 
@@ -34,11 +33,14 @@ protected:
 
 private:
     bool isAccepted(const char *data, qint64 size);
+    void watchProlog(const char *data, qint64 size);
 
     std::unique_ptr<QIODevice> source_;
     std::int64_t numRead_ = 0;
     std::int64_t numEqualSigns_ = 0; // since the last '<'
     int wideLow_ = -1;               // place of a character's low byte in UTF-16; -1 for one byte a character
+    char firstOfPair_ = 0;           // of a character in UTF-16
+    IpcProlog prolog_;
     std::string refusal_;
 };
 

@@ -149,13 +149,17 @@ void normalise(Areas &areas) {
     }
 }
 
+std::size_t numPoints(const Area &area) {
+    std::size_t count = area.outer.size();
+    for (const Ring &hole : area.holes)
+        count += hole.size();
+    return count;
+}
+
 std::size_t numPoints(const Areas &areas) {
     std::size_t count = 0;
-    for (const Area &area : areas) {
-        count += area.outer.size();
-        for (const Ring &hole : area.holes)
-            count += hole.size();
-    }
+    for (const Area &area : areas)
+        count += numPoints(area);
     return count;
 }
 

@@ -68,6 +68,7 @@ double signedArea(const Ring &ring);
 // Outer rings anticlockwise, holes clockwise. Areas without extent are dropped.
 void normalise(Areas &areas);
 
+std::size_t numPoints(const Area &area);
 std::size_t numPoints(const Areas &areas);
 
 } // namespace QvDbWrap

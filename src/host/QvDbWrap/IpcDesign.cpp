@@ -66,6 +66,12 @@ bool IpcContext::takePoints(std::size_t count) {
     return false;
 }
 
+bool IpcContext::takeCopies(std::size_t count, std::size_t numAreas, IpcGeometry::Copy copy) {
+    if (geometry.takeCopies(count, numAreas, copy)) return takePoints(count);
+    isFull = true;
+    return false;
+}
+
 std::uint32_t IpcNames::add(const std::string &name) {
     if (name.empty()) return 0;
     const auto [place, isNew] = numbers_.try_emplace(name, static_cast<std::uint32_t>(names_.size()));

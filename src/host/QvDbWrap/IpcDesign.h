@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/QvDbWrap/IpcGeometry.h"
+#include "host/QvDbWrap/IpcSubtract.h"
 
 #include <cstdint>
 #include <map>
@@ -18,12 +19,18 @@ struct IpcContext {
     WrapperLog &log;
     std::size_t points = 0; // drawn so far
     bool isFull = false;    // more than may be were asked for
+    IpcCutBudget cutting = {};
 
     // Tells that the open element is not read, unless it is one without meaning to a layout.
     void passOver();
 
     // Whether so many more points may be drawn; tells it once where not.
     bool takePoints(std::size_t count);
+    // The same of what is drawn once more: in a stack's pad, at a further place.
+    bool takeCopies(std::size_t count, std::size_t numAreas, IpcGeometry::Copy copy);
+
+    // What a text that is copied into a record costs beside it, in points.
+    static std::size_t costOf(const std::string &text) { return text.size() < 16 ? 0 : text.size() / 4; }
 };
 
 // Texts that occur many times, by numbers. 0 is the empty text.
@@ -63,7 +70,7 @@ struct IpcCopper {
 
 enum class IpcPlating { Unknown, Plated, NonPlated };
 
-// Without a slot it is round.
+// Without a slot it is round. Texts that many holes share are numbers of names.
 struct IpcHole {
     std::string name;
     _mFPOINT at;
@@ -71,10 +78,10 @@ struct IpcHole {
     Ring slot; // about `at`
     IpcPlating plating = IpcPlating::Unknown;
     double platingThickness = 0; // 0 where the document gives none
-    std::string fillMaterial;
-    std::string fromLayer; // empty: the outer conductors
-    std::string toLayer;
-    std::string padstack; // has what the hole does not say itself
+    std::uint32_t fillMaterial = 0;
+    std::uint32_t fromLayer = 0; // 0: the outer conductors
+    std::uint32_t toLayer = 0;
+    std::uint32_t padstack = 0; // has what the hole does not say itself
 };
 
 struct IpcPadstack {
@@ -93,7 +100,7 @@ struct IpcStackPlace {
 
 struct IpcFill {
     _mFPOINT at;
-    std::string material;
+    std::uint32_t material = 0; // number of its name
 };
 
 struct IpcPackage {

@@ -129,7 +129,9 @@ void IpcDictionaries::addReference(const ShapeReference &reference, Areas &areas
     if (height > IpcGeometry::maxReferenceDepth)
         return log_.warn("shape " + reference.id + " uses others too deep: it is left out where it is used");
     if (making_) making_->height = std::max(making_->height, height);
-    if (takeGrowth(entry->areas) && takePoints(entry->areas))
+    if (takeGrowth(entry->areas) &&
+        takeCopies(numPoints(entry->areas), entry->areas.size(), IpcGeometry::Copy::OfElement) &&
+        takePoints(entry->areas))
         areas.insert(areas.end(), entry->areas.begin(), entry->areas.end());
 }
 
@@ -164,6 +166,20 @@ bool IpcDictionaries::takePoints(const Areas &areas) {
     else
         log_.warn("more than " + std::to_string(IpcGeometry::maxPoints) +
                   " points in shapes: some are left out");
+    return fits;
+}
+
+bool IpcDictionaries::takeCopies(std::size_t points, std::size_t areas, IpcGeometry::Copy copy) {
+    constexpr std::size_t pointsPerArea = 12;
+    constexpr std::size_t smallCopy = 40; // a round pad; large boards have a million of them
+    const std::size_t cost = std::max(points, pointsPerArea * areas);
+    if (copy == IpcGeometry::Copy::OfElement && cost <= smallCopy) return true;
+    const bool fits = cost <= IpcGeometry::maxCopied - numCopied_;
+    if (fits)
+        numCopied_ += cost;
+    else
+        log_.warn("more than " + std::to_string(IpcGeometry::maxCopied) +
+                  " points by references and at further places: some are left out");
     return fits;
 }
 

@@ -33,6 +33,9 @@ public:
     // The areas of a drawing.
     Areas make(const Drawing &drawing);
 
+    // Whether so much may be drawn once more of what is there already.
+    bool takeCopies(std::size_t points, std::size_t areas, IpcGeometry::Copy copy);
+
 private:
     enum class State { New, Opened, Made };
 
@@ -67,6 +70,7 @@ private:
     std::unordered_map<std::string, FillStyle> fills_;
     Entry *making_ = nullptr;
     std::size_t numMade_ = 0; // points
+    std::size_t numCopied_ = 0;
     std::size_t entryGrowth_ = 0;
     std::size_t shapeGrowth_ = 0; // of the shape that is made now
 };

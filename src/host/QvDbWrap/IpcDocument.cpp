@@ -19,7 +19,7 @@ class Reading {
 public:
     Reading(IpcXml &xml, const IpcSettings &settings, WrapperLog &log)
         : xml_(xml), settings_(settings), log_(log), geometry_(log), context_{xml, geometry_, log},
-          layers_(context_) {}
+          wanted_(IpcXml::shortened(settings.step)), layers_(context_) {}
 
     Layout read() {
         xml_.openRoot();
@@ -29,6 +29,8 @@ public:
         tellRevision();
         xml_.eachChild([this] { readSection(); });
         IpcStep &step = chosenStep();
+        log_.warn("a text of more than " + std::to_string(IpcXml::maxText) + " bytes is shortened",
+                  xml_.numShortened());
         return IpcAssembly(context_, layers_, names_, steps_).assemble(step);
     }
 
@@ -93,7 +95,7 @@ private:
     }
 
     std::string wantedStep() const {
-        if (!settings_.step.empty()) return settings_.step;
+        if (!wanted_.empty()) return wanted_;
         return stepRefs_.empty() ? std::string() : stepRefs_.front();
     }
 
@@ -101,7 +103,7 @@ private:
         if (stepOrder_.empty()) throw std::runtime_error("the document has no step");
         const auto wanted = steps_.find(wantedStep());
         if (wanted != steps_.end()) return wanted->second;
-        if (!settings_.step.empty()) throw std::runtime_error("the document has no step " + settings_.step);
+        if (!wanted_.empty()) throw std::runtime_error("the document has no step " + wanted_);
         if (!stepRefs_.empty()) log_.warn("step " + stepRefs_.front() + " of the contents is missing");
         for (const std::string &name : stepOrder_) {
             const std::string type = plainName(steps_[name].type);
@@ -115,6 +117,7 @@ private:
     WrapperLog &log_;
     IpcGeometry geometry_;
     IpcContext context_;
+    std::string wanted_; // step
     IpcLayers layers_;
     IpcNames names_;
     std::vector<std::string> stepRefs_;

@@ -112,8 +112,8 @@ void IpcStepReader::readHole(const Set &set) {
         if (xml_.is("SpecRef")) {
             takeSpec(own.spec);
         } else if (xml_.is("Span")) {
-            hole.fromLayer = xml_.text("fromLayer");
-            hole.toLayer = xml_.text("toLayer");
+            hole.fromLayer = names_.add(xml_.text("fromLayer"));
+            hole.toLayer = names_.add(xml_.text("toLayer"));
         } else if (xml_.is("Xform")) {
             context_.geometry.readXform(xml_, placement);
         } else {
@@ -147,8 +147,8 @@ void IpcStepReader::readSlot(const Set &set) {
         placed.places.push_back({context_.geometry.length(xml_, "x"), context_.geometry.length(xml_, "y")});
     xml_.eachChild([&] {
         if (xml_.is("Span")) {
-            slot.fromLayer = xml_.text("fromLayer");
-            slot.toLayer = xml_.text("toLayer");
+            slot.fromLayer = names_.add(xml_.text("fromLayer"));
+            slot.toLayer = names_.add(xml_.text("toLayer"));
         } else if (xml_.is("Outline")) {
             readEnclosed(placed);
         } else if (!readPlacedPart(placed)) {
@@ -177,14 +177,15 @@ void IpcStepReader::addHole(IpcHole hole, const Set &set) {
     IpcSpec spec = set.spec;
     takeFirst(spec, set.layerSpec);
     hole.platingThickness = spec.platingThickness;
-    hole.fillMaterial = spec.fillMaterial;
-    hole.padstack = set.padstack;
-    if (hole.fromLayer.empty() && hole.toLayer.empty() && set.layer) {
-        hole.fromLayer = set.layer->fromLayer;
-        hole.toLayer = set.layer->toLayer;
+    hole.fillMaterial = names_.add(spec.fillMaterial);
+    hole.padstack = names_.add(set.padstack);
+    if (hole.fromLayer == 0 && hole.toLayer == 0 && set.layer) {
+        hole.fromLayer = names_.add(set.layer->fromLayer);
+        hole.toLayer = names_.add(set.layer->toLayer);
     }
     if (!isUsable(hole)) return context_.log.warn("a hole is out of all bounds");
-    if (context_.takePoints(hole.slot.size() + 1)) step_.holes.push_back(std::move(hole));
+    if (context_.takePoints(hole.slot.size() + 1 + IpcContext::costOf(hole.name)))
+        step_.holes.push_back(std::move(hole));
 }
 
 } // namespace QvDbWrap

@@ -1,6 +1,7 @@
 // What a step of an IPC-2581 document draws on its layers.
 #include "host/QvDbWrap/IpcStepReader.h"
 
+#include "host/QvDbWrap/IpcCurves.h"
 #include "host/QvDbWrap/IpcXml.h"
 #include "host/QvDbWrap/WrapperLog.h"
 
@@ -20,13 +21,6 @@ bool isFiducial(const IpcXml &xml) {
 bool staysInPlace(const IpcPlacement &placement) {
     return placement.xOffset == 0 && placement.yOffset == 0 && placement.rotation == 0 &&
            placement.scale == 1 && !placement.isMirrored && placement.x == 0 && placement.y == 0;
-}
-
-std::size_t countPoints(const Area &area) {
-    std::size_t count = area.outer.size();
-    for (const Ring &hole : area.holes)
-        count += hole.size();
-    return count;
 }
 
 } // namespace
@@ -92,11 +86,11 @@ void IpcStepReader::readFeature(Set &set) {
 void IpcStepReader::takeSpec(IpcSpec &spec) { takeFirst(spec, layers_.specOf({xml_.text("id")})); }
 
 // Nothing once there are too many points, so that a large shape at many places does not take all time.
-Areas IpcStepReader::apply(const IpcPlacement &placement, const Areas &areas) {
-    std::size_t count = 0;
-    for (const Area &area : areas)
-        count += countPoints(area);
-    if (!context_.takePoints(count)) return {};
+Areas IpcStepReader::apply(const IpcPlacement &placement, const Areas &areas, bool isCopy) {
+    const std::size_t count = numPoints(areas);
+    if (isCopy ? !context_.takeCopies(count, areas.size(), IpcGeometry::Copy::OfElement)
+               : !context_.takePoints(count))
+        return {};
     return staysInPlace(placement) ? areas : placement.apply(areas);
 }
 
@@ -160,10 +154,11 @@ void IpcStepReader::readPad(const Set &set) {
 
 void IpcStepReader::drawPad(const Set &set, const std::string &padstack, const IpcPlacement &placement) {
     if (step_.padstacks.count(padstack) == 0) {
-        if (set.copper->pending.size() < IpcCopper::maxObjects)
+        if (set.copper->pending.size() < IpcCopper::maxObjects &&
+            context_.takePoints(1 + IpcContext::costOf(padstack)))
             set.copper->pending.push_back({padstack, placement, set.net, step_.numDrawn++, set.isNegative});
     } else if (const Areas *const pad = findPad(step_, padstack, set.layerName)) {
-        draw(set, apply(placement, *pad));
+        draw(set, apply(placement, *pad, true));
     } else {
         context_.log.warn("a pad has no shape of its own, and its stack none on its layer");
     }
@@ -177,8 +172,13 @@ const Areas *findPad(const IpcStep &step, const std::string &padstack, const std
 }
 
 void IpcStepReader::draw(const Set &set, const Placed &placed) {
-    for (const IpcPlacement &placement : placed.placements())
-        draw(set, apply(placement, placed.areas));
+    bool isCopy = false;
+    for (const IpcPlacement &placement : placed.placements()) {
+        Areas areas = apply(placement, placed.areas, isCopy);
+        if (areas.empty()) return; // there is nothing, or no room for it at any place
+        draw(set, std::move(areas));
+        isCopy = true;
+    }
 }
 
 void IpcStepReader::draw(const Set &set, Areas areas) {
@@ -197,7 +197,7 @@ void IpcStepReader::draw(const Set &set, Areas areas) {
 void IpcStepReader::addFill(const _mFPOINT &at, const std::string &material) {
     const double most = IpcGeometry::maxCoordinate;
     const bool isUsable = std::abs(at.x) <= most && std::abs(at.y) <= most;
-    if (isUsable && context_.takePoints(1)) step_.fills.push_back({at, material});
+    if (isUsable && context_.takePoints(1)) step_.fills.push_back({at, names_.add(material)});
 }
 
 // What is drawn on a fill layer says where holes are filled.

@@ -46,6 +46,7 @@ public:
 
     WrapperLog &log;
     IpcDictionaries dictionaries;
+    std::unordered_map<std::string, ShapeDrill> drills[2]; // of standard and of user shapes
     double metresPerUnit = metresPerMillimetre;
 };
 
@@ -53,7 +54,9 @@ void IpcGeometry::Tables::readShapes(IpcXml &xml, const char *entry, bool isUser
     xml.eachChild([&] {
         if (!xml.is(entry)) return;
         const std::string id = xml.text("id");
-        dictionaries.addShape(id, isUser, IpcShapeReader(xml, unit, log).readParts());
+        ShapeDrill drill;
+        dictionaries.addShape(id, isUser, IpcShapeReader(xml, unit, log).readParts(&drill));
+        if (drill.diameter > 0) drills[isUser ? 1 : 0].emplace(id, drill);
     });
 }
 
@@ -110,6 +113,12 @@ Areas IpcGeometry::readShape(IpcXml &xml) {
 
 const Areas &IpcGeometry::findShape(const std::string &id) { return tables_->dictionaries.find({id, false}); }
 
+const ShapeDrill *IpcGeometry::findDrill(const std::string &id) const {
+    for (const auto &drills : tables_->drills)
+        if (const auto found = drills.find(id); found != drills.end()) return &found->second;
+    return nullptr;
+}
+
 Ring IpcGeometry::readRing(IpcXml &xml) {
     return IpcShapeReader(xml, tables_->metresPerUnit, tables_->log).readRing();
 }
@@ -136,6 +145,10 @@ Ring IpcGeometry::circle(double diameter) {
         ring.push_back({diameter / 2 * unit.x, diameter / 2 * unit.y});
     }
     return ring;
+}
+
+bool IpcGeometry::takeCopies(std::size_t numPoints, std::size_t numAreas, Copy copy) {
+    return tables_->dictionaries.takeCopies(numPoints, numAreas, copy);
 }
 
 bool IpcGeometry::isUsable(const Areas &areas) {

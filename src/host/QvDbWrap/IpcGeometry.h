@@ -4,6 +4,7 @@
 #include "host/QvDbWrap/Records.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,12 @@ struct IpcPlacement {
     Areas apply(const Areas &areas) const;
 };
 
+// The hole that a dictionary's entry has beside its shape, about 0, 0.
+struct ShapeDrill {
+    double diameter = 0;
+    std::optional<bool> isPlated; // where it says so
+};
+
 // Reads the elements that draw something. Curves are cut into chords with their vertices on the curve,
 // chordsPerTurn to a full circle. A shape with a number that is not finite or beyond maxCoordinate is left
 // out and told to the log, as is every element that draws and is not read.
@@ -48,6 +55,7 @@ public:
     static constexpr int maxReferenceDepth = 16;       // user shapes that refer to user shapes
     static constexpr double maxCoordinate = 1e3;       // metres
     static constexpr std::size_t maxPoints = 50000000; // of one document, drawn
+    static constexpr std::size_t maxCopied = 10000000; // of those, drawn by references and at further places
 
     explicit IpcGeometry(WrapperLog &log);
     ~IpcGeometry();
@@ -81,6 +89,9 @@ public:
     // none.
     const Areas &findShape(const std::string &id);
 
+    // The hole of the entry; null without one.
+    const ShapeDrill *findDrill(const std::string &id) const;
+
     // The open element is a Polygon, Cutout or anything else that holds PolyBegin, PolyStepSegment and
     // PolyStepCurve: its ring, the closing point not repeated; in the direction of the document. Empty and
     // told to the log when a number of it can't be used.
@@ -95,6 +106,12 @@ public:
 
     // A circle about 0, 0 as a ring.
     static Ring circle(double diameter);
+
+    // Whether so many more points in so many areas may be drawn once more, as something else has them
+    // already; tells it where not. References count by themselves. An area counts as 12 points at least; a
+    // small copy that an element of the document asks for is free, since each takes its own bytes there.
+    enum class Copy { OfElement, OfPanel };
+    bool takeCopies(std::size_t numPoints, std::size_t numAreas, Copy copy);
 
     // True when all is finite and within maxCoordinate; else it is told to the log.
     bool isUsable(const Areas &areas);

@@ -142,6 +142,7 @@ const IpcLayer *IpcLayers::find(const std::string &name) const {
 void IpcLayers::readStackup() {
     Stackup stackup;
     stackup.name = context_.xml.text("name");
+    stackup.thickness = context_.geometry.length(context_.xml, "overallThickness");
     context_.xml.eachChild([&] {
         if (context_.xml.is("StackupGroup"))
             readGroup(stackup);

@@ -39,6 +39,9 @@ void IpcParts::add(const IpcStep &step, const IpcPlacement &placement, const std
         data.compName = component.designator + suffix;
         data.modelName = modelOf(step, packages->second, component);
         place(component, placement, data);
+        if (!context_.takePoints(IpcContext::costOf(data.compName) + IpcContext::costOf(data.modelName) +
+                                 IpcContext::costOf(data.startLayerName)))
+            break;
         if (isWithin(data.coord))
             layout_.components.push_back(std::move(data));
         else
@@ -75,9 +78,13 @@ const std::string &IpcParts::modelOf(const IpcStep &step, const Packages &packag
 
 void IpcParts::addModel(const IpcPackage &package, std::string &name, const std::string &part,
                         double height) {
-    const std::string plain = name;
-    for (int number = 2; !names_.insert(name).second; ++number)
-        name = plain + " (" + std::to_string(number) + ')';
+    if (!names_.insert(name).second) {
+        const std::string plain = name;
+        int &number = nextNumbers_.try_emplace(plain, 2).first->second;
+        do
+            name = plain + " (" + std::to_string(number++) + ')';
+        while (!names_.insert(name).second);
+    }
     componentModelData model;
     model.shape.points = package.outline;
     model.name = name;
@@ -131,8 +138,6 @@ void IpcParts::place(const IpcComponent &component, const IpcPlacement &placemen
         context_.log.warn("a component on the bottom is not mirrored: it is taken as such");
     own.isMirrored = isBottom;
     data.startLayerName = startLayers_[isBottom ? 1 : 0];
-    if (isBottom && layout_.layers.size() < 3)
-        context_.log.warn("a component on the bottom of a board of two layers is put on its top");
     data.coord = placement.apply(own.apply({0, 0}));
     const double rotation = wrapped(own.rotation);
     data.rotation = wrapped(placement.rotation + (isBottom ? -rotation : rotation));

@@ -42,6 +42,7 @@ private:
     std::unordered_map<const IpcStep *, Packages> packages_;
     std::unordered_map<std::string, std::string> models_;
     std::set<std::string> names_;
+    std::unordered_map<std::string, int> nextNumbers_; // of models with one name
 };
 
 } // namespace QvDbWrap

@@ -115,16 +115,26 @@ Drawing IpcShapeReader::readNamed(const std::string &element) {
     return drawing;
 }
 
-Drawing IpcShapeReader::readParts() {
+Drawing IpcShapeReader::readParts(ShapeDrill *drill) {
     Drawing drawing;
     xml_.eachChild([&] {
         const std::string child = xml_.name();
         if (isShapeElement(child))
             drawing.parts.push_back(readNamed(child));
+        else if (drill && child == "Drill")
+            readDrill(*drill);
         else if (!readCommon(drawing))
             passOver();
     });
     return drawing;
+}
+
+void IpcShapeReader::readDrill(ShapeDrill &drill) {
+    drill.diameter = xml_.number("diameter") * metresPerUnit_;
+    if (xml_.has("plated")) drill.isPlated = xml_.flag("plated");
+    if (drill.diameter > 0 && fits(drill.diameter)) return;
+    drill.diameter = 0;
+    leaveOut("Drill");
 }
 
 void IpcShapeReader::readPrimitive(const std::string &element, Drawing &drawing) {

@@ -23,8 +23,8 @@ public:
     // The open element is a shape.
     Drawing readShape();
 
-    // The shapes that are children of the open element, as parts.
-    Drawing readParts();
+    // The shapes that are children of the open element, as parts; and its Drill where that is asked for.
+    Drawing readParts(ShapeDrill *drill = nullptr);
 
     // The open element holds PolyBegin, PolyStepSegment and PolyStepCurve: its ring as it stands in the
     // document, placed by its own Xform.
@@ -49,6 +49,8 @@ private:
     bool readCommon(Drawing &drawing);
     void readCommonOnly(Drawing &drawing);
     bool readStep(Path &path);
+
+    void readDrill(ShapeDrill &drill);
 
     // Takes a child that is no shape, and tells it unless it draws nothing.
     void passOver();

@@ -17,7 +17,7 @@ constexpr double pi = 3.14159265358979323846;
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int turn = IpcGeometry::chordsPerTurn;
 constexpr int maxRings = 1000;
-constexpr int maxSpokes = 360;
+constexpr int maxSpokes = 36;
 
 Ring box(double xLow, double yLow, double xHigh, double yHigh) {
     return {{xLow, yLow}, {xHigh, yLow}, {xHigh, yHigh}, {xLow, yHigh}};
@@ -202,6 +202,12 @@ Areas makeRectRound(const ShapeAttributes &attributes) {
                          attributes.size("radius"), true));
 }
 
+// Where a spoke starts: well within the hole, so that the spokes don't all cross each other in the middle.
+double spokeStart(double innerDiameter, double gap) {
+    const double inside = 0.8 * innerDiameter / 2; // holds for hexagons, too
+    return gap / 2 < inside ? std::sqrt(inside * inside - gap * gap / 4) : 0;
+}
+
 // A donut that is cut through along its spokes: in copper the spokes are gaps, taken away from a plane they
 // leave the bridges to it.
 Areas makeThermal(const ShapeAttributes &attributes) {
@@ -211,11 +217,13 @@ Areas makeThermal(const ShapeAttributes &attributes) {
     const int count = attributes.count("spokeCount");
     if (whole.empty() || count == 0 || gap == 0) return whole;
     if (std::isnan(gap + length) || count < 0 || count > maxSpokes) return single({{noNumber, noNumber}});
-    const double start = attributes.degrees("spokeStartAngle");
+    const double firstAngle = attributes.degrees("spokeStartAngle");
+    const double start = spokeStart(attributes.size("innerDiameter"), gap);
     Areas spokes;
     for (int spoke = 0; spoke < count; ++spoke)
         spokes.push_back(
-            single(turned(box(0, -gap / 2, length, gap / 2), start + 360.0 * spoke / count)).front());
+            single(turned(box(start, -gap / 2, length, gap / 2), firstAngle + 360.0 * spoke / count))
+                .front());
     return subtract(whole, spokes);
 }
 

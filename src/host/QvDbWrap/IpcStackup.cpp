@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace QvDbWrap {
 
@@ -13,6 +14,8 @@ namespace {
 constexpr double assumedConductor = 35e-6;
 constexpr double assumedBoard = 1.6e-3;
 constexpr double thinnestAssumedDielectric = 50e-6;
+constexpr double thinnestDielectric = 5e-6; // what is less comes of roundings
+constexpr int heightAlone = 2;              // a type of layers
 constexpr int maxGroupDepth = 16;
 
 // Heights from the bottom face up; a layer ends at the very number where the next one starts.
@@ -114,6 +117,7 @@ std::vector<layerData> IpcLayers::build(const std::string &stackup) const {
             "no stack-up gives heights: conductors are taken to be 0.035 mm high, and the board 1.6 mm");
         layers = assumedLayers();
     }
+    addSpacers(layers);
     stack(layers);
     tellLeftOut(layers);
     return layers;
@@ -133,6 +137,7 @@ std::vector<layerData> IpcLayers::layersOf(const Stackup &stackup) const {
             context_.log.warn("layer " + entry.ref + " of the stack-up has no height and is left out");
     }
     if (!hasHeight) return {};
+    shareOut(stackup, layers);
     const IpcLayer *const first = find(outerConductor(layers, false));
     const IpcLayer *const last = find(outerConductor(layers, true));
     if (first && last && first->side == IpcSide::Bottom && last->side == IpcSide::Top) {
@@ -142,6 +147,49 @@ std::vector<layerData> IpcLayers::layersOf(const Stackup &stackup) const {
     return layers;
 }
 
+// Dielectrics without a height share what the others leave of the board. What leaves nothing is a board
+// without them, unless it has no other dielectric.
+void IpcLayers::shareOut(const Stackup &stackup, std::vector<layerData> &layers) const {
+    double rest = stackup.thickness > 0 && stackup.thickness <= IpcGeometry::maxCoordinate ? stackup.thickness
+                                                                                           : assumedBoard;
+    int numMissing = 0;
+    bool hasDielectric = false;
+    for (const layerData &layer : layers) {
+        rest -= layer.zHigh;
+        numMissing += layer.zHigh > 0 ? 0 : 1;
+        hasDielectric = hasDielectric || (layer.layerType == layerData::Dielectric && layer.zHigh > 0);
+    }
+    if (numMissing == 0) return;
+    double share = rest / numMissing;
+    if (!hasDielectric) share = std::max(share, thinnestAssumedDielectric);
+    const bool isLeftOut = share < thinnestDielectric;
+    for (layerData &layer : layers) {
+        if (layer.zHigh > 0) continue;
+        context_.log.warn("layer " + layer.name + " of the stack-up has no height and " +
+                          (isLeftOut ? "is left out" : "gets its share of the board's"));
+        if (!isLeftOut) layer.zHigh = share;
+    }
+    const auto isFlat = [](const layerData &layer) { return !(layer.zHigh > 0); };
+    layers.erase(std::remove_if(layers.begin(), layers.end(), isFlat), layers.end());
+}
+
+// A component counts as on the bottom where the index of its layer is above half the number of layers, which
+// no layer of one or two is.
+void IpcLayers::addSpacers(std::vector<layerData> &layers) const {
+    constexpr std::size_t fewest = 3;
+    std::set<std::string> names;
+    for (const layerData &layer : layers)
+        names.insert(layer.name);
+    for (int number = 1; layers.size() < fewest; ++number) {
+        layerData spacer;
+        spacer.name = "Spacer " + std::to_string(number);
+        spacer.layerType = heightAlone;
+        if (!find(spacer.name) && names.insert(spacer.name).second)
+            layers.insert(layers.begin(), std::move(spacer));
+    }
+}
+
+// A dielectric without a height is to get one later. False for what has none and needs one.
 bool IpcLayers::addLayer(const Entry &entry, std::vector<layerData> &layers) const {
     IpcLayer undeclared;
     undeclared.name = entry.ref;
@@ -152,10 +200,11 @@ bool IpcLayers::addLayer(const Entry &entry, std::vector<layerData> &layers) con
                           " of the stack-up is not declared and taken as a dielectric");
     layerData layer = describe(known ? *known : undeclared);
     const bool isConductor = layer.layerType == layerData::Conductor;
-    if (!(entry.thickness > 0) && !isConductor) return false;
-    if (!(entry.thickness > 0))
+    const bool isFlat = !(entry.thickness > 0);
+    if (isFlat && layer.layerType == heightAlone) return false;
+    if (isFlat && isConductor)
         context_.log.warn("conductor " + entry.ref + " has no height in the stack-up: 0.035 mm are taken");
-    layer.zHigh = entry.thickness > 0 ? entry.thickness : assumedConductor;
+    layer.zHigh = !isFlat ? entry.thickness : isConductor ? assumedConductor : 0;
     if (!entry.material.empty())
         (isConductor ? layer.conductorMaterial : layer.dielectricMaterial) = entry.material;
     const std::string function = known ? plainName(known->function) : std::string();
@@ -167,7 +216,6 @@ bool IpcLayers::addLayer(const Entry &entry, std::vector<layerData> &layers) con
 
 // Masks, coatings and the like have a height and nothing else.
 layerData IpcLayers::describe(const IpcLayer &layer) const {
-    constexpr int heightAlone = 2;
     layerData data;
     data.name = layer.name;
     data.layerType = layer.kind == IpcLayerKind::Conductor    ? layerData::Conductor

@@ -50,7 +50,8 @@ public:
     IpcSpec specOf(const std::vector<std::string> &ids) const;
 
     // The layers of the board from the top down, with heights. Takes the stack-up of this name; without it
-    // the one with the most conductors. Where none can be used, heights are taken for granted.
+    // the one with the most conductors. Where none can be used, heights are taken for granted. There are
+    // never fewer than three: layers of no type and no height come before what would be less.
     std::vector<layerData> build(const std::string &stackup) const;
 
 private:
@@ -67,6 +68,7 @@ private:
     };
     struct Stackup {
         std::string name;
+        double thickness = 0; // of all; 0 where it is not given
         std::vector<Group> groups;
     };
     class Flattened;
@@ -79,6 +81,8 @@ private:
     int numConductors(const Stackup &stackup) const;
     std::vector<layerData> layersOf(const Stackup &stackup) const;
     bool addLayer(const Entry &entry, std::vector<layerData> &layers) const;
+    void shareOut(const Stackup &stackup, std::vector<layerData> &layers) const;
+    void addSpacers(std::vector<layerData> &layers) const;
     std::vector<layerData> assumedLayers() const;
     layerData describe(const IpcLayer &layer) const;
     void tellLeftOut(const std::vector<layerData> &layers) const;

@@ -55,7 +55,7 @@ private:
     Placed readPlaced();
     bool readPlacedPart(Placed &placed);
     void takeSpec(IpcSpec &spec);
-    Areas apply(const IpcPlacement &placement, const Areas &areas);
+    Areas apply(const IpcPlacement &placement, const Areas &areas, bool isCopy = false);
     void draw(const Set &set, const Placed &placed);
     void draw(const Set &set, Areas areas);
     void drawPad(const Set &set, const std::string &padstack, const IpcPlacement &placement);

@@ -27,6 +27,17 @@ const Inside cutting(Inside::Operation::Intersection, Inside::Fill::NonZero, Ins
 
 using Contours = std::vector<Contour>;
 
+// Copper crosses itself seldom: what does so without end is given up long before the engine would.
+Geometry::Clip::NodingLimits fewCrossings() {
+    Geometry::Clip::NodingLimits limits;
+    limits.freeSplits = 1e5;
+    limits.freeTests = 1e7;
+    limits.testsPerEdge = 100;
+    return limits;
+}
+
+constexpr std::size_t pointsOfFailure = 1000000; // the cost of finding that there are too many crossings
+
 // A part of what is taken away, its outer contours anticlockwise and its holes clockwise.
 struct Cutter {
     Contours contours;
@@ -56,7 +67,7 @@ void addContours(Engine &engine, Engine::Operand operand, const Contours &contou
 // Adds the holes so that non-zero filling takes away what any of them covers.
 void addHoles(Engine &engine, const Area &area) {
     for (const Ring &hole : area.holes) {
-        Engine cleaner;
+        Engine cleaner(fewCrossings());
         addRing(cleaner, Engine::Subject, hole);
         addContours(engine, Engine::Clip, cleaner.run(cleaning));
     }
@@ -64,7 +75,7 @@ void addHoles(Engine &engine, const Area &area) {
 
 // Rings that cross themselves or each other as contours that don't.
 Contours clean(const Area &area) {
-    Engine engine;
+    Engine engine(fewCrossings());
     addRing(engine, Engine::Subject, area.outer);
     if (area.holes.empty()) return engine.run(cleaning);
     addHoles(engine, area);
@@ -88,7 +99,7 @@ Ring boxOf(double xLow, double yLow, double xHigh, double yHigh) {
 }
 
 Cutter partOf(const Cutter &whole, const Ring &box) {
-    Engine engine;
+    Engine engine(fewCrossings());
     addContours(engine, Engine::Subject, whole.contours);
     addRing(engine, Engine::Clip, box);
     return cutterOf(engine.run(cutting), whole.number);
@@ -115,23 +126,31 @@ Halves halve(const Cutter &cutter, bool alongX) {
 // A cutter of very many points is cut in halves until each part has few: else each of many small areas within
 // its bound would have to be clipped by all of it. One that only gets more points by that, as a hatch does,
 // stays.
-void addParts(Cutter cutter, int numHalvings, std::vector<Cutter> &parts) {
+void addParts(Cutter cutter, int numHalvings, IpcCutBudget &budget, std::vector<Cutter> &parts) {
     if (cutter.contours.empty()) return;
-    if (cutter.numPoints > fewPoints && numHalvings < mostHalvings) {
+    if (cutter.numPoints > fewPoints && numHalvings < mostHalvings &&
+        budget.halved < IpcCutBudget::maxHalved) {
+        budget.halved += cutter.numPoints;
         const bool isWide = cutter.bound.getXSize() > cutter.bound.getYSize();
         for (const bool alongX : {isWide, !isWide}) {
-            Halves halves = halve(cutter, alongX);
+            Halves halves;
+            try {
+                halves = halve(cutter, alongX);
+            } catch (const std::length_error &) { // too many crossings: it stays whole
+                budget.points += pointsOfFailure;
+                break;
+            }
             if (halves.numPoints() > cutter.numPoints + cutter.numPoints / 10) continue;
             cutter.contours.clear();
-            addParts(std::move(halves.low), numHalvings + 1, parts);
-            addParts(std::move(halves.high), numHalvings + 1, parts);
+            addParts(std::move(halves.low), numHalvings + 1, budget, parts);
+            addParts(std::move(halves.high), numHalvings + 1, budget, parts);
             return;
         }
     }
     parts.push_back(std::move(cutter));
 }
 
-// Finds the cutters whose bounds meet a bound.
+// Finds the cutters of a higher number than given whose bounds meet a bound.
 class CutterTree {
 public:
     explicit CutterTree(std::vector<Cutter> cutters) : cutters_(std::move(cutters)) {
@@ -140,13 +159,13 @@ public:
         if (!order_.empty()) build(0, order_.size());
     }
 
-    template <typename Visit> void forMeeting(const Bound2D &bound, Visit visit) const {
+    template <typename Visit> void forMeeting(const Bound2D &bound, std::uint32_t number, Visit visit) const {
         std::vector<std::size_t> open;
         if (!nodes_.empty()) open.push_back(0);
         while (!open.empty()) {
             const Node &node = nodes_[open.back()];
             open.pop_back();
-            if (!meet(node.bound, bound)) continue;
+            if (node.highest <= number || !meet(node.bound, bound)) continue;
             if (node.second != 0) {
                 open.push_back(node.second);
                 open.push_back(node.first);
@@ -166,6 +185,7 @@ private:
         std::size_t end = 0;
         std::size_t first = 0; // children; none is the root
         std::size_t second = 0;
+        std::uint32_t highest = 0; // number
     };
 
     std::size_t build(std::size_t begin, std::size_t end);
@@ -179,8 +199,11 @@ std::size_t CutterTree::build(std::size_t begin, std::size_t end) {
     const std::size_t place = nodes_.size();
     nodes_.emplace_back();
     Bound2D bound;
-    for (std::size_t i = begin; i < end; ++i)
+    std::uint32_t highest = 0;
+    for (std::size_t i = begin; i < end; ++i) {
         bound.unite(order_[i]->bound);
+        highest = std::max(highest, order_[i]->number);
+    }
     std::size_t first = 0, second = 0;
     if (end - begin > leafSize) {
         const bool isWide = bound.getXSize() > bound.getYSize();
@@ -195,7 +218,7 @@ std::size_t CutterTree::build(std::size_t begin, std::size_t end) {
         first = build(begin, half);
         second = build(half, end);
     }
-    nodes_[place] = {bound, begin, end, first, second};
+    nodes_[place] = {bound, begin, end, first, second, highest};
     return place;
 }
 
@@ -228,7 +251,7 @@ bool isWhole(const Areas &rest, const Area &area) {
 }
 
 Areas restOf(const Area &area, const std::vector<const Cutter *> &cutters) {
-    Engine engine;
+    Engine engine(fewCrossings());
     addRing(engine, Engine::Subject, area.outer);
     addHoles(engine, area);
     for (const Cutter *cutter : cutters)
@@ -240,34 +263,68 @@ Areas restOf(const Area &area, const std::vector<const Cutter *> &cutters) {
 
 class IpcCutters::Parts {
 public:
+    explicit Parts(IpcCutBudget *shared) : budget(shared ? *shared : own) {}
+
+    std::vector<const Cutter *> near(const Area &area, std::uint32_t number);
+
     std::vector<Cutter> added;
     std::unique_ptr<CutterTree> tree;
+    IpcCutBudget own;
+    IpcCutBudget &budget;
 };
 
-IpcCutters::IpcCutters() : parts_(std::make_unique<Parts>()) {}
+std::vector<const Cutter *> IpcCutters::Parts::near(const Area &area, std::uint32_t number) {
+    if (!tree) tree = std::make_unique<CutterTree>(std::move(added));
+    std::vector<const Cutter *> cutters;
+    std::size_t count = numPoints(area);
+    tree->forMeeting(boundOf(area), number, [&](const Cutter &cutter) {
+        ++budget.tests;
+        if (cutter.number <= number) return;
+        cutters.push_back(&cutter);
+        count += cutter.numPoints;
+    });
+    if (cutters.empty()) return cutters;
+    ++budget.cuts;
+    budget.points += count;
+    return cutters;
+}
+
+IpcCutters::IpcCutters(IpcCutBudget *budget) : parts_(std::make_unique<Parts>(budget)) {}
 
 IpcCutters::~IpcCutters() = default;
 
 void IpcCutters::add(const Area &area, std::uint32_t number) {
+    IpcCutBudget &budget = parts_->budget;
+    if (budget.isSpent()) return;
     try {
-        addParts(cutterOf(clean(area), number), 0, parts_->added);
+        Cutter cutter = cutterOf(clean(area), number);
+        budget.points += cutter.numPoints - std::min(cutter.numPoints, numPoints(area)); // of its crossings
+        addParts(std::move(cutter), 0, budget, parts_->added);
     } catch (const std::logic_error &) { // no number, or more crossings than memory and time allow
+        budget.points += pointsOfFailure;
+        ++budget.failures;
     }
 }
 
-Areas IpcCutters::cut(const Area &area, std::uint32_t number) {
-    if (!parts_->tree) parts_->tree = std::make_unique<CutterTree>(std::move(parts_->added));
-    std::vector<const Cutter *> cutters;
-    parts_->tree->forMeeting(boundOf(area), [&](const Cutter &cutter) {
-        if (cutter.number > number) cutters.push_back(&cutter);
-    });
-    if (cutters.empty()) return {area};
-    try {
-        Areas rest = restOf(area, cutters);
-        if (!isWhole(rest, area)) return rest;
-    } catch (const std::logic_error &) { // as above
+Areas IpcCutters::cut(Area area, std::uint32_t number) {
+    IpcCutBudget &budget = parts_->budget;
+    Areas rest;
+    if (!budget.isSpent()) {
+        const std::vector<const Cutter *> cutters = parts_->near(area, number);
+        if (!cutters.empty() && !budget.isSpent()) {
+            try {
+                rest = restOf(area, cutters);
+                budget.points += numPoints(rest) - std::min(numPoints(rest), numPoints(area));
+                if (!isWhole(rest, area)) return rest;
+            } catch (const std::logic_error &) { // as above
+                budget.points += pointsOfFailure;
+                ++budget.failures;
+            }
+        }
     }
-    return {area};
+    rest.clear();
+    rest.push_back(std::move(area));
+    return rest;
 }
 
 Areas subtract(const Areas &areas, const Areas &others) {

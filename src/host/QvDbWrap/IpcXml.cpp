@@ -1,24 +1,15 @@
 // Walks an XML document forward, element by element, within limits.
 #include "host/QvDbWrap/IpcXml.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace QvDbWrap {
 
 namespace {
-
-// Characters that all references to entities of a document may add to it. A reference takes three bytes.
-constexpr std::int64_t maxGrowth = 16 * 1024 * 1024;
-constexpr std::int64_t bytesOfReference = 3;
-constexpr std::int64_t maxEntity = 4096;
-
-int longestEntity(std::int64_t bytes) {
-    return static_cast<int>(std::min(maxEntity, maxGrowth / (bytes / bytesOfReference + 1)));
-}
 
 // The whole text as a number; a plus in front is allowed.
 bool readNumber(const char *text, const char *end, double &value) {
@@ -27,6 +18,20 @@ bool readNumber(const char *text, const char *end, double &value) {
     if (text == end || (hasPlus && *text == '-')) return false;
     const auto result = std::from_chars(text, end, value);
     return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
+}
+
+std::uint64_t hashOf(const std::string &text) {
+    std::uint64_t hash = 14695981039346656037u;
+    for (const char c : text)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
+    return hash;
+}
+
+std::string inHexadecimal(std::uint64_t number) {
+    std::string digits(16, '0');
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, number >>= 4)
+        *digit = "0123456789abcdef"[number & 15];
+    return digits;
 }
 
 } // namespace
@@ -39,7 +44,7 @@ IpcXml::IpcXml(const QByteArray &document) : bytes_(document) { start(); }
 void IpcXml::start() {
     stream_.setDevice(&bytes_);
     stream_.setNamespaceProcessing(false);
-    stream_.setEntityExpansionLimit(longestEntity(bytes_.sourceSize()));
+    stream_.setEntityExpansionLimit(0); // those of XML itself are shorter than their names
 }
 
 void IpcXml::openRoot() {
@@ -55,7 +60,25 @@ bool IpcXml::has(const char *attribute) const {
     return stream_.attributes().hasAttribute(QLatin1String(attribute));
 }
 
-std::string IpcXml::text(const char *attribute) const { return value(attribute).toString().toStdString(); }
+std::string IpcXml::text(const char *attribute) const {
+    std::string text = value(attribute).toString().toStdString();
+    if (text.size() <= maxText) return text;
+    ++numShortened_;
+    return shortened(std::move(text));
+}
+
+std::string IpcXml::shortened(std::string text) {
+    if (text.size() <= maxText) return text;
+    const std::string end = '~' + inHexadecimal(hashOf(text));
+    std::size_t length = maxText - end.size();
+    const auto isInsideOfCharacter = [&] {
+        return (static_cast<unsigned char>(text[length]) & 0xc0) == 0x80;
+    };
+    while (length > maxText - end.size() - 3 && isInsideOfCharacter())
+        --length;
+    text.resize(length);
+    return text + end;
+}
 
 double IpcXml::number(const char *attribute, double fallback) const {
     char text[400]; // the longest double that is written out in full
@@ -94,6 +117,8 @@ QXmlStreamReader::TokenType IpcXml::next() {
         if (stream_.attributes().size() > maxAttributes) fail("an element with too many attributes");
     } else if (token == QXmlStreamReader::EndElement) {
         --depth_;
+    } else if (token == QXmlStreamReader::DTD) {
+        fail(IpcProlog::documentTypeFound);
     } else if (token == QXmlStreamReader::Invalid) {
         fail(bytes_.refusal().empty() ? stream_.errorString().toStdString() : bytes_.refusal());
     }

@@ -223,7 +223,7 @@ TEST(CSVParserFiles, LineBeyondTheLimitGivesNoRows) {
     const std::string name = folder.write("f", "a\n" + longest + "x\nb");
     EXPECT_FALSE(parser.parseFile(name));
     EXPECT_EQ(parser.getNumberOfRows(), 0u);
-    EXPECT_EQ(parser.getError(), name + ": has a line that is too long");
+    EXPECT_EQ(parser.getError(), name + ": has a row of more than 67108864 bytes or 4000000 fields");
 }
 
 TEST(CSVParserFiles, RowOfTooManyTokensGivesNoRows) {

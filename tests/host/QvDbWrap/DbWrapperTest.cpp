@@ -90,8 +90,8 @@ TEST_F(DbWrapperTest, ADocumentThatIsNoneIsRefusedEvenWithALayoutBesideIt) {
     folder.write("a.qvd", smallBoard());
     for (const char *name : {"a.xml", "a.cvg", "a.XML"}) {
         for (const char *bytes : {"", "no XML", "<?xml version=\"1.0\"?>\n<drawing/>\n"}) {
-            EXPECT_EQ(failureOfBytes(name, bytes),
-                      "this is no IPC-2581 document: it is no XML, or its first element is another");
+            EXPECT_EQ(failureOfBytes(name, bytes), "this is no IPC-2581 document: it is no XML, has a "
+                                                   "document type, or its first element is another");
         }
     }
 }

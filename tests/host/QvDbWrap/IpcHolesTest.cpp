@@ -120,6 +120,7 @@ TEST(IpcHoles, WithDrillLayersStacksAddNone) {
                                  stack + R"(<LayerFeature layerRef="TOP"><Set><Pad padstackDefRef="P">
         <Location x="5" y="5"/></Pad></Set></LayerFeature>)");
     EXPECT_EQ(read.layout.vias.size(), 1u);
+    EXPECT_EQ(read.log.text(), "Warning: a hole of a pad's stack is on no drill layer and is left out\n");
 }
 
 TEST(IpcHoles, AHoleThatIsThereTwiceIsTakenOnce) {
@@ -207,6 +208,71 @@ TEST(IpcHoles, HolesWithoutANameAreNumbered) {
                                  hole(R"(diameter="1" x="2" y="1" platingStatus="VIA")"));
     EXPECT_EQ(read.layout.vias.at(0).name, "H1");
     EXPECT_EQ(read.layout.vias.at(1).name, "H2");
+}
+
+TEST(IpcHoles, HolesOfStacksThatDrillLayersHaveAreNotMissing) {
+    const std::string pads =
+        R"(<LayerFeature layerRef="TOP"><Set><Pad padstackDefRef="P"><Location x="5" y="5"/>
+        <Location x="8" y="5"/></Pad></Set></LayerFeature><LayerFeature layerRef="TOP"><Set>
+        <Pad padstackDefRef="P"><Location x="8" y="5"/></Pad></Set></LayerFeature>)";
+    const std::string drilled = hole(R"(diameter="1" x="6.000001" y="5" platingStatus="VIA")");
+    const Read one = readDrills(drilled, "DRILL", stack + pads);
+    EXPECT_EQ(one.log.text(), "Warning: a hole of a pad's stack is on no drill layer and is left out\n");
+    const Read both =
+        readDrills(drilled + hole(R"(diameter="1" x="9" y="5" platingStatus="VIA")"), "DRILL", stack + pads);
+    EXPECT_EQ(both.log.text(), "");
+}
+
+// Some documents put a hole beside a shape of the dictionary, and pads refer to it as to a stack.
+Read readEntryDrills(const std::string &drill, const std::string &drilled = "") {
+    Text text;
+    text.content =
+        "<DictionaryStandard units=\"MILLIMETER\"><EntryStandard id=\"V\"><Circle diameter=\"1\"/>" + drill +
+        "</EntryStandard></DictionaryStandard>";
+    text.layers += drillLayers;
+    text.step =
+        "<LayerFeature layerRef=\"TOP\"><Set><Pad x=\"3\" y=\"4\" padstackDefRef=\"V\"/></Set></LayerFeature>"
+        "<LayerFeature layerRef=\"DRILL\">" +
+        drilled + "</LayerFeature>";
+    return read(text);
+}
+
+TEST(IpcHoles, ADrillBesideAShapeOfTheDictionaryIsAHoleOfItsPads) {
+    const Read read = readEntryDrills("<Drill diameter=\"0.4\" plated=\"true\"/>");
+    ASSERT_EQ(read.layout.vias.size(), 1u);
+    EXPECT_NEAR(read.layout.vias[0].x, 3e-3, 1e-12);
+    EXPECT_NEAR(read.layout.vias[0].y, 4e-3, 1e-12);
+    EXPECT_EQ(read.layout.vias[0].toLayer, "BOTTOM");
+    EXPECT_NEAR(read.model(read.layout.vias[0]).shape.radius, 0.2e-3, 1e-12);
+    EXPECT_GT(read.model(read.layout.vias[0]).platingThickness, 1e-9);
+    EXPECT_EQ(read.elements("TOP").size(), 1u);
+    EXPECT_EQ(read.log.text(),
+              "Warning: the holes are those of the pads' stacks, as no drill layer has any\n");
+}
+
+TEST(IpcHoles, ADrillOfTheDictionarySaysWhetherItIsPlated) {
+    const Read bare = readEntryDrills("<Drill diameter=\"0.4\" plated=\"false\"/>");
+    EXPECT_EQ(bare.layout.viaModels.at(0).platingThickness, 0);
+    const Read silent = readEntryDrills("<Drill diameter=\"0.4\"/>");
+    EXPECT_GT(silent.layout.viaModels.at(0).platingThickness, 1e-9);
+    EXPECT_EQ(silent.log.count("a hole does not say whether it is plated: it is taken as plated"), 1u);
+}
+
+TEST(IpcHoles, ADrillOfTheDictionaryCountsForAHoleOfItsName) {
+    const Read read = readEntryDrills("<Drill diameter=\"0.4\" plated=\"false\"/>",
+                                      "<Set geometry=\"V\"><Hole x=\"3\" y=\"4\"/></Set>");
+    ASSERT_EQ(read.layout.vias.size(), 1u);
+    EXPECT_NEAR(read.model(read.layout.vias[0]).shape.radius, 0.2e-3, 1e-12);
+    EXPECT_EQ(read.log.text(), "");
+}
+
+TEST(IpcHoles, ADrillOfTheDictionaryWithoutADiameterIsTold) {
+    for (const char *drill : {"<Drill/>", "<Drill diameter=\"-1\"/>", "<Drill diameter=\"1e300\"/>"}) {
+        const Read read = readEntryDrills(drill);
+        EXPECT_TRUE(read.layout.vias.empty());
+        EXPECT_EQ(read.log.text(),
+                  "Warning: Drill with a number that is missing or out of range is left out\n");
+    }
 }
 
 } // namespace

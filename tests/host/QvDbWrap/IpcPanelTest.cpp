@@ -84,7 +84,9 @@ TEST(IpcPanel, StepsMayStandBeforeTheirPanel) {
 TEST(IpcPanel, AStepWithAProfileRepeatsNothing) {
     const Read read = readPanel(twoByOne, board, Text().profile);
     EXPECT_TRUE(read.layout.components.empty());
-    EXPECT_EQ(read.log.text(), "Warning: a step with a profile repeats others: they are left out\n");
+    EXPECT_EQ(read.log.text(),
+              "Warning: step board has a profile and repeats others, which are left out (to be "
+              "read with --step): b\n");
 }
 
 TEST(IpcPanel, AMissingAndAMirroredStepAreTold) {
@@ -108,6 +110,22 @@ TEST(IpcPanel, AnEndlessPanelIsStopped) {
 TEST(IpcPanel, PanelsThatDoubleAtEachDepthAreStopped) {
     const Read read = readPanel(R"(<StepRepeat stepRef="board" nx="1000" ny="1000"/>)");
     EXPECT_EQ(read.log.count("more than 1000000 steps on a panel: the rest is left out"), 1u);
+}
+
+TEST(IpcPanel, StepsThatAreLeftOutAreNamedOnceAndUpToFive) {
+    std::string repeats;
+    for (const char *name : {"a", "b", "b", "c", "d", "e", "f", "g"})
+        repeats += std::string("<StepRepeat stepRef=\"") + name + "\"/>";
+    EXPECT_THAT(readPanel(repeats, board, Text().profile).log.text(),
+                testing::EndsWith("(to be read with --step): a, b, c, d, e, ...\n"));
+}
+
+TEST(IpcPanel, WhatAStepLacksIsToldOnceWhereverItStands) {
+    std::string lacking = board;
+    lacking.replace(lacking.find("diameter=\"0.5\""), 14, "");
+    const Read read = readPanel(twoByOne, lacking);
+    EXPECT_TRUE(read.layout.vias.empty());
+    EXPECT_EQ(read.log.count("a hole has no diameter and is left out"), 1u);
 }
 
 } // namespace

@@ -221,4 +221,42 @@ TEST(IpcParts, AComponentOutOfAllBoundsIsLeftOut) {
     EXPECT_EQ(read.log.text(), "Warning: a component is out of all bounds\n");
 }
 
+// A component counts as on the bottom where the index of its layer is above half the number of layers.
+bool isOnBottom(const Read &read, std::size_t component) {
+    const std::vector<layerData> &layers = read.layout.layers;
+    for (std::size_t i = 0; i < layers.size(); ++i)
+        if (layers[i].name == read.layout.components.at(component).startLayerName)
+            return i > layers.size() / 2;
+    throw std::logic_error("no start layer");
+}
+
+TEST(IpcParts, BothSidesOfBoardsOfOneAndTwoLayersHaveComponents) {
+    const std::string top = R"(<StackupLayer layerOrGroupRef="TOP" thickness="0.035"/>)";
+    const std::string core = R"(<StackupLayer layerOrGroupRef="CORE" thickness="1"/>)";
+    const std::string bottom = R"(<StackupLayer layerOrGroupRef="BOTTOM" thickness="0.035"/>)";
+    for (const std::string &layers :
+         {core + bottom, top + core, top + bottom, top, bottom, top + core + bottom}) {
+        Text text;
+        text.stackup = R"(<Stackup name="S"><StackupGroup name="G">)" + layers + "</StackupGroup></Stackup>";
+        text.step =
+            plain + component(onTop, place) + component(onBottom, R"(<Xform mirror="true"/>)" + place);
+        const Read read = IpcSupport::read(text);
+        EXPECT_FALSE(isOnBottom(read, 0)) << layers;
+        EXPECT_TRUE(isOnBottom(read, 1)) << layers;
+    }
+}
+
+TEST(IpcParts, ManyModelsOfOneNameAreNumberedOn) {
+    const Read read =
+        readStep(plain + package("P (3)", "<Outline>" + polygon(1) + "</Outline>") +
+                 "<Component refDes=\"Q\" packageRef=\"P (3)\" layerRef=\"TOP\">" + place + "</Component>" +
+                 component(onTop, place) + component(onTop + R"( height="3")", place) +
+                 component(onTop + R"( height="4")", place));
+    ASSERT_EQ(read.layout.componentModels.size(), 4u);
+    EXPECT_EQ(read.layout.componentModels[0].name, "P (3)");
+    EXPECT_EQ(read.layout.componentModels[1].name, "P");
+    EXPECT_EQ(read.layout.componentModels[2].name, "P (2)");
+    EXPECT_EQ(read.layout.componentModels[3].name, "P (4)");
+}
+
 } // namespace

@@ -178,6 +178,32 @@ TEST(IpcPrimitives, TheFirstSpokeOfAThermalStandsAtItsAngle) {
     EXPECT_TRUE(covers(areas, 1.5, 0));
 }
 
+TEST(IpcPrimitives, AThermalOfAnyFrameIsCutThroughWhateverItsHole) {
+    for (const char *frame : {"ROUND", "SQUARE", "HEXAGON", "OCTAGON"})
+        for (const char *inner : {"0", "0.4", "1", "3"}) {
+            const Areas areas =
+                shape(std::string("<Thermal shape='") + frame + "' outerDiameter='4' innerDiameter='" +
+                      inner + "' spokeCount='3' gap='0.5' spokeStartAngle='10'/>");
+            EXPECT_EQ(areas.size(), 3u) << frame << inner;
+            for (const int spoke : {10, 130, 250})
+                for (const double radius : {0.1, 0.5, 1.0, 1.6})
+                    EXPECT_FALSE(covers(areas, radius * std::cos(spoke * pi / 180),
+                                        radius * std::sin(spoke * pi / 180)))
+                        << frame << inner << spoke;
+        }
+}
+
+TEST(IpcPrimitives, AThermalHasUpTo36Spokes) {
+    const auto thermal = [](const std::string &count) {
+        return "<Thermal shape='ROUND' outerDiameter='4' innerDiameter='3' gap='0.1' spokeCount='" + count +
+               "'/>";
+    };
+    EXPECT_EQ(shape(thermal("36")).size(), 36u);
+    IpcBench bench;
+    EXPECT_TRUE(bench.shape(thermal("37")).empty());
+    EXPECT_NE(bench.log.text().find("is left out"), std::string::npos);
+}
+
 TEST(IpcPrimitives, AThermalWithoutSpokesIsADonut) {
     EXPECT_NEAR(
         areaOf(shape("<Thermal shape='SQUARE' outerDiameter='4' innerDiameter='2' spokeCount='0' gap='1'/>")),

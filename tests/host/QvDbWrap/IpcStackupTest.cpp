@@ -193,8 +193,8 @@ TEST(IpcStackup, ABoardWithoutConductorsHasItsUsualHeight) {
     Text text;
     text.stackup = text.layers = "";
     const Read read = IpcSupport::read(text);
-    ASSERT_EQ(read.layout.layers.size(), 1u);
-    EXPECT_EQ(read.layout.layers[0].layerType, layerData::Dielectric);
+    ASSERT_THAT(namesOf(read.layout), ElementsAre("Spacer 2", "Spacer 1", "Dielectric 1"));
+    EXPECT_EQ(read.layout.layers[2].layerType, layerData::Dielectric);
     EXPECT_NEAR(heightOf(read.layout), 1.6e-3, 1e-12);
 }
 
@@ -241,6 +241,53 @@ TEST(IpcStackup, HeightsThatNoBoardHasCountAsNone) {
     Text text;
     text.stackup = stackupOf("S", entry("TOP", "1e300") + entry("CORE", "-5") + entry("BOTTOM", "nan"));
     EXPECT_NEAR(heightOf(read(text).layout), 1.6e-3, 1e-12);
+}
+
+// The side of a component can't be told on fewer.
+TEST(IpcStackup, ThereAreThreeLayersAtLeast) {
+    Text text;
+    text.layers += R"(<Layer name="Spacer 1" layerFunction="SILKSCREEN"/>)";
+    text.stackup = stackupOf("S", entry("TOP", "0.035") + entry("CORE", "1"));
+    const Read read = IpcSupport::read(text);
+    ASSERT_THAT(namesOf(read.layout), ElementsAre("Spacer 2", "TOP", "CORE"));
+    const layerData &spacer = read.layout.layers[0];
+    EXPECT_GT(spacer.layerType, layerData::Dielectric);
+    EXPECT_EQ(spacer.zLow, spacer.zHigh);
+    EXPECT_EQ(spacer.zLow, read.layout.layers[1].zHigh);
+    EXPECT_NEAR(heightOf(read.layout), 1.035e-3, 1e-12);
+}
+
+TEST(IpcStackup, DielectricsWithoutAHeightShareWhatIsLeftOfTheBoard) {
+    Text text;
+    text.layers += R"(<Layer name="MORE" layerFunction="DIELPREG"/>)";
+    const std::string layers =
+        entry("TOP", "0.035") + entry("CORE", "0") + entry("MORE", "") + entry("BOTTOM", "0.035");
+    text.stackup = stackupOf("S", layers);
+    EXPECT_NEAR(heightOf(read(text).layout), 1.6e-3, 1e-12);
+    text.stackup.replace(text.stackup.find("name="), 5, "overallThickness=\"1.07\" name=");
+    const Read read = IpcSupport::read(text);
+    EXPECT_NEAR(heightOf(read.layout), 1.07e-3, 1e-12);
+    EXPECT_NEAR(read.layer("CORE").zHigh - read.layer("CORE").zLow, 0.5e-3, 1e-12);
+    EXPECT_EQ(read.log.text(),
+              "Warning: layer CORE of the stack-up has no height and gets its share of the board's\n"
+              "Warning: layer MORE of the stack-up has no height and gets its share of the board's\n");
+}
+
+TEST(IpcStackup, AnotherDielectricWithoutAHeightIsLeftOutWhereNothingIsLeft) {
+    Text text;
+    text.layers += R"(<Layer name="GLUE" layerFunction="DIELADHV"/>)";
+    text.stackup = stackupOf("S", entry("TOP", "0.035") + entry("CORE", "1.53") + entry("GLUE", "0") +
+                                      entry("BOTTOM", "0.035"));
+    const Read read = IpcSupport::read(text);
+    EXPECT_THAT(namesOf(read.layout), ElementsAre("TOP", "CORE", "BOTTOM"));
+    EXPECT_EQ(read.log.text(), "Warning: layer GLUE of the stack-up has no height and is left out\n");
+}
+
+TEST(IpcStackup, TheOnlyDielectricHasAHeightWhateverTheBoardSays) {
+    Text text;
+    text.stackup = stackupOf("S", entry("TOP", "0.035") + entry("CORE", "0") + entry("BOTTOM", "0.035"));
+    text.stackup.replace(text.stackup.find("name="), 5, "overallThickness=\"0.01\" name=");
+    EXPECT_NEAR(heightOf(read(text).layout), 0.12e-3, 1e-12);
 }
 
 } // namespace

@@ -165,6 +165,58 @@ TEST(IpcSubtract, WhatIsDrawnLaterStays) {
     EXPECT_NEAR(areaOf(cutters.cut(area, 7)), 100, rounding);
 }
 
+TEST(IpcSubtract, NothingIsCutOnceTheBudgetIsSpent) {
+    IpcCutBudget budget;
+    IpcCutters cutters(&budget);
+    cutters.add(boxArea(0, 0, 5, 10));
+    const Area area = boxArea(0, 0, 10, 10);
+    EXPECT_NEAR(areaOf(cutters.cut(area)), 50, rounding);
+    EXPECT_EQ(budget.cuts, 1u);
+    EXPECT_FALSE(budget.isSpent());
+    budget.cuts = IpcCutBudget::maxCuts + 1;
+    EXPECT_TRUE(budget.isSpent());
+    EXPECT_NEAR(areaOf(cutters.cut(area)), 100, rounding);
+}
+
+TEST(IpcSubtract, ACutCostsThePointsOfAllThatIsNear) {
+    IpcCutBudget budget;
+    IpcCutters cutters(&budget);
+    cutters.add(boxArea(0, 0, 5, 10));
+    cutters.add(boxArea(90, 0, 95, 10));
+    EXPECT_EQ(budget.points, 0u);
+    cutters.cut(boxArea(0, 0, 10, 10));
+    EXPECT_EQ(budget.points, 8u); // the area and the cutter
+    cutters.cut(boxArea(40, 0, 50, 10));
+    EXPECT_EQ(budget.points, 8u);
+    EXPECT_EQ(budget.cuts, 1u);
+}
+
+TEST(IpcSubtract, CuttersAreSharedByAllAreas) {
+    IpcCutBudget budget;
+    IpcCutters cutters(&budget);
+    for (int i = 0; i < 100; ++i)
+        cutters.add(discAt(i * 2, 0, 1), 1);
+    for (int i = 0; i < 100; ++i)
+        cutters.cut(boxArea(i * 2 - 0.1, -0.1, i * 2 + 0.1, 0.1));
+    EXPECT_EQ(budget.points, 100u * (4 + 36));
+}
+
+TEST(IpcSubtract, WhatCrossesItselfTooOftenTakesNothingAndCostsMuch) {
+    Area tangle;
+    unsigned random = 1;
+    for (int i = 0; i < 4000; ++i) {
+        random = random * 1664525 + 1013904223;
+        const double x = (random >> 16) * mm / 65.536;
+        random = random * 1664525 + 1013904223;
+        tangle.outer.push_back({x, (random >> 16) * mm / 65.536});
+    }
+    IpcCutBudget budget;
+    IpcCutters cutters(&budget);
+    cutters.add(tangle);
+    EXPECT_GE(budget.points, 1000000u);
+    EXPECT_NEAR(areaOf(cutters.cut(boxArea(0, 0, 10, 10))), 100, rounding);
+}
+
 TEST(IpcSubtract, AHatchOfVeryManyLinesIsTakenAwayAsItIs) {
     Area hatch; // slanted, so that no cut makes it simpler
     for (int i = 0; i < 5000; ++i) {
