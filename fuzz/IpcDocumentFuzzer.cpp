@@ -30,7 +30,11 @@ void visitLayers(const Layout &layout) {
     std::set<std::string> names;
     for (std::size_t i = 0; i < layout.layers.size(); ++i) {
         const layerData &layer = layout.layers[i];
-        require(names.insert(layer.name).second && layer.zHigh > layer.zLow);
+        require(names.insert(layer.name).second && layer.zHigh >= layer.zLow);
+        // Layers without height only make up the number that sides of the board are told by.
+        const bool isSpacer =
+            layer.layerType != layerData::Conductor && layer.layerType != layerData::Dielectric;
+        require(isSpacer || layer.zHigh > layer.zLow);
         require(i == 0 || layer.zHigh == layout.layers[i - 1].zLow);
         require(layer.elements.empty() || layer.elements.front().role == geomElem::Solid);
         for (const geomElem &element : layer.elements)
