@@ -57,7 +57,7 @@ TEST(GerberHostileValues, HolesBeyondAllNumbersAreLeftOutAndWhatFollowsStays) {
     GerberBench bench;
     EXPECT_TRUE(bench.readDrills("T1C0.7\nT1\nX0Y0\nR99999X" + repeated("9", 308) + "Y0\nX1000Y1000\n"));
     ASSERT_EQ(bench.vias().size(), 1U);
-    const EDA::EDAVia &via = bench.vias()[0];
+    const EDA::EDAVia via = bench.vias()[0];
     ASSERT_LT(via.numInstances(), 99999U);
     EXPECT_GT(via.getInstanceYCentre(static_cast<int>(via.numInstances()) - 1), 0.0);
     EXPECT_EQ(bench.reader.getError(), beyond);
