@@ -5,7 +5,7 @@
 EDA_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config qtbase5-dev rapidjson-dev
                     libarchive-dev fonts-dejavu-core)
 # What the tests need besides.
-EDA_TEST_PACKAGES=(libgtest-dev libgmock-dev)
+EDA_TEST_PACKAGES=(libgtest-dev libgmock-dev gerbv)
 EDA_BENCH_PACKAGES=(libbenchmark-dev libpolyclipping-dev)
 EDA_FUZZ_PACKAGES=(clang libclang-rt-dev)
 

@@ -1,9 +1,11 @@
 // The files of one design, and the reader that holds what is in them.
 #pragma once
 
+#include "fabrication/Notes.h"
 #include "readers/EDAReader.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,13 +18,26 @@ struct SourceFile {
     std::string reason; // why
 };
 
+// What the front end made of a fabrication set.
+struct FabricationReport {
+    struct File : SourceFile {
+        std::vector<EDA::Fabrication::Note> notes;
+    };
+    std::vector<File> files;
+    std::vector<std::string> guesses; // one line each, of the set
+    std::vector<std::string> warnings;
+};
+
 // What the command line says about files that don't say it themselves.
 struct DesignSettings {
-    std::vector<std::string> options;    // "Label=value", for formats whose reading has options
+    std::vector<std::string> options; // "Label=value", for formats whose reading has options
     std::string importAs; // "PCB" or "Component", for formats that are read differently; empty: as is stored
     std::vector<std::string> layerOrder; // of Gerber files: the copper layers from top to bottom
     std::vector<std::string> spans;      // "FILE=FROM:TO"
     std::string drillFormat;             // "I.D"
+    std::string profile;                 // the file of the board's edge; empty: found out
+    std::string board;                   // which one of a set with several; empty: see FabricationSet.h
+    bool asIs = false;                   // hands the files to the reader untouched
 
     std::vector<std::string> copper; // files of copper layers and drills to be put on the board
     std::string copperUnits;         // what their numbers are in; empty: as they say
@@ -31,7 +46,10 @@ struct DesignSettings {
     std::string stackup; // a file; empty: none
     std::string step;    // of a design of several steps; empty: see SuiteSteps.h
 
-    bool areOfGerber() const { return !layerOrder.empty() || !spans.empty() || !drillFormat.empty(); }
+    bool areOfGerber() const {
+        return !layerOrder.empty() || !spans.empty() || !drillFormat.empty() || !profile.empty() ||
+               !board.empty() || asIs;
+    }
 };
 
 struct Design {
@@ -44,6 +62,8 @@ struct Design {
     std::vector<std::string> warnings; // printable, one line each, with the name of the file
     std::vector<std::string> notices;  // the same: choices that were made and are no trouble
     std::vector<SourceFile> sources;   // of a set whose files were told apart; empty for other designs
+    std::string fileUnits;             // of a set that was made one in millimetres: what its files were in
+    std::optional<FabricationReport> fabrication; // of a set that went through the front end
 
     const EDA::EDABoard &board() const { return reader->getBoard(); }
     EDA::EDABoard &board() { return reader->getBoard(); }

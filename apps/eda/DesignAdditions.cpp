@@ -59,14 +59,24 @@ const Unit &boardUnit(const Design &design) {
     return *unit;
 }
 
-const Unit &copperUnit(const Design &copper, const DesignSettings &settings) {
-    const Unit *const unit =
-        lengthUnit(settings.copperUnits.empty() ? copper.board().getUnits() : settings.copperUnits);
+// What one unit of length of the copper stands for. Where the front end made millimetres of what the files
+// say and that is wrong, what --copper-units says is of the numbers in the files.
+struct CopperUnit {
+    const Unit *unit;
+    double factor = 1.0;
+};
+
+CopperUnit copperUnit(const Design &copper, const DesignSettings &settings) {
+    const std::string &given = settings.copperUnits;
+    const Unit *const unit = lengthUnit(given.empty() ? copper.board().getUnits() : given);
+    const bool isConverted = !given.empty() && copper.fabrication;
+    if (isConverted && unit != nullptr)
+        return {unit, convert(1.0, *lengthUnit("mm"), *lengthUnit(copper.fileUnits))};
     if (unit == nullptr)
         throw DesignFailure(
             inQuotes(copper.files.front()) +
             ": names no units, so its size on the board is not known; --copper-units can say");
-    return *unit;
+    return {unit};
 }
 
 void tellHoles(const CopperResult &result, Design &design) {
@@ -85,11 +95,11 @@ void tellHoles(const CopperResult &result, Design &design) {
 void addCopper(const DesignSettings &settings, Design &design) {
     Design copper = readCopper(design, settings);
     const Unit &unit = boardUnit(design);
-    const Unit &from = copperUnit(copper, settings);
-    const CopperPlace place{convert(1.0, from, unit), settings.copperX, settings.copperY};
+    const CopperUnit from = copperUnit(copper, settings);
+    const CopperPlace place{from.factor * convert(1.0, *from.unit, unit), settings.copperX, settings.copperY};
     append(copper.notices, design.notices);
     append(copper.warnings, design.warnings);
-    design.notices.push_back("copper is in " + from.label + ", the board in " + unit.label +
+    design.notices.push_back("copper is in " + from.unit->label + ", the board in " + unit.label +
                              ": lengths times " + shortNumber(place.scale));
     for (const std::string &line :
          compareExtents(copper.board(), place, design.board(), millimetres(1.0, unit)))
@@ -99,6 +109,7 @@ void addCopper(const DesignSettings &settings, Design &design) {
     append(copper.sources, design.sources);
     append(copper.files, design.files);
     design.layerFiles = copper.layerFiles;
+    design.fabrication = std::move(copper.fabrication);
 }
 
 } // namespace

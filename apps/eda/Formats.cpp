@@ -2,12 +2,15 @@
 #include "Formats.h"
 
 #include "Console.h"
+#include "FabricationDesign.h"
 #include "Failure.h"
 #include "Files.h"
 #include "Printable.h"
+#include "SuiteSteps.h"
 #include "text/Text.h"
 
 #include <algorithm>
+#include <set>
 
 namespace EDATool {
 
@@ -50,7 +53,7 @@ bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, D
             const FormatDef *const format = formatOf(file);
             if (format == nullptr || format->name == nullptr) {
                 leaveOut(file, "it is in no format of designs that eda reads", design);
-            } else if (format->liesBesideOthers) {
+            } else if (format->liesBesideOthers || isArchive(file)) {
                 others.push_back({file, format});
             } else {
                 candidates.push_back({file, format});
@@ -68,14 +71,20 @@ bool addFilesOf(const std::string &folder, std::vector<Candidate> &candidates, D
     return candidates.size() > numBefore;
 }
 
+constexpr int deepestFolder = 16;
+
 // Some systems put layers and drills into a folder each. One that has a design itself stands for that alone.
-void addFolder(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
+bool addFilesBelow(const std::string &folder, int depth, std::vector<Candidate> &candidates, Design &design) {
     bool isFound = addFilesOf(folder, candidates, design);
-    if (!isFound) {
-        for (const std::string &inner : foldersInFolder(folder))
-            isFound |= addFilesOf(inner, candidates, design);
-    }
-    if (!isFound) throw DesignFailure(inQuotes(folder) + ": is a folder without files that eda reads");
+    if (isFound || depth == deepestFolder) return isFound;
+    for (const std::string &inner : foldersInFolder(folder))
+        isFound |= addFilesBelow(inner, depth + 1, candidates, design);
+    return isFound;
+}
+
+void addFolder(const std::string &folder, std::vector<Candidate> &candidates, Design &design) {
+    if (!addFilesBelow(folder, 0, candidates, design))
+        throw DesignFailure(inQuotes(folder) + ": is a folder without files that eda reads");
 }
 
 std::vector<Candidate> findCandidates(const std::vector<std::string> &files, Design &design) {
@@ -88,6 +97,19 @@ std::vector<Candidate> findCandidates(const std::vector<std::string> &files, Des
         }
     }
     return candidates;
+}
+
+// The front end looks at all files itself, also those that are in no format. Archives in a folder it passes
+// over, so one that is all that a folder holds is named.
+Design readFabricationSet(const std::vector<std::string> &operands, const std::vector<Candidate> &candidates,
+                          const DesignSettings &settings) {
+    std::vector<std::string> files = operands;
+    const bool isOneArchive = candidates.size() == 1 && isArchive(candidates.front().file);
+    if (isOneArchive) files = {candidates.front().file};
+    Design design;
+    design.format = gerberFormat;
+    readFabricationDesign(files, settings, design);
+    return design;
 }
 
 const FormatDef &commonFormat(const std::vector<Candidate> &candidates) {
@@ -121,14 +143,7 @@ const std::vector<FormatDef> &formats() {
          looksLikeIdf,
          readIdfDesign,
          makeIdfReader},
-        {"Brisko",
-         {".mcm", ".sip"},
-         looksLikeBrisko,
-         readSuiteDesign,
-         makeSuiteReader,
-         false,
-         false,
-         true},
+        {"Brisko", {".mcm", ".sip"}, looksLikeBrisko, readSuiteDesign, makeSuiteReader, false, false, true},
         {archiveFormat,
          {".zip", ".tgz", ".gz", ".z", ".tar", ".7z"},
          looksLikeArchive,
@@ -138,7 +153,7 @@ const std::vector<FormatDef> &formats() {
          true,
          true},
         {"XFL", {".xfl"}, looksLikeXfl, readXflDesign, makeXflReader},
-        {"Gerber",
+        {gerberFormat,
          {".gbr", ".gtl", ".gbl", ".g1", ".g2", ".g3", ".g4", ".art", ".gdo", ".ger", ".pho", ".drl", ".xln",
           ".ncd", ".cnc", ".exc"},
          looksLikeGerber,
@@ -177,14 +192,20 @@ Design readDesign(const std::vector<std::string> &files, const DesignSettings &s
     Design design;
     const std::vector<Candidate> candidates = findCandidates(files, design);
     const FormatDef &format = commonFormat(candidates);
+    if (!settings.board.empty() && settings.copper.empty() && !format.isSetOfLayers) {
+        throw UsageFailure("--board is for sets of Gerber files and, with --into, for the model, but " +
+                           inQuotes(candidates.front().file) + " is " + format.name);
+    }
     if (settings.areOfGerber() && settings.copper.empty() && !format.isSetOfLayers) {
-        throw UsageFailure("--layer-order, --span and --drill-format are for Gerber files, but " +
+        throw UsageFailure("--layer-order, --span, --drill-format, --profile and --as-is are for "
+                           "Gerber files, but " +
                            inQuotes(candidates.front().file) + " is " + format.name);
     }
     if (!settings.step.empty() && !format.hasSteps) {
         throw UsageFailure("--step is for IPC-2581 documents and archives, but " +
                            inQuotes(candidates.front().file) + " is " + format.name);
     }
+    if (format.isSetOfLayers && !settings.asIs) return readFabricationSet(files, candidates, settings);
     std::vector<std::string> taken;
     for (const Candidate &candidate : candidates) {
         if (candidate.format != nullptr) {
@@ -200,8 +221,15 @@ Design readDesign(const std::vector<std::string> &files, const DesignSettings &s
 
 std::vector<std::string> filesOf(const Design &design) {
     std::vector<std::string> files = design.files;
-    for (const SourceFile &source : design.sources)
-        files.push_back(source.file);
+    // What went through the front end is told by short names, and stands among the files by its path.
+    std::set<std::string> shown;
+    if (design.fabrication) {
+        for (const FabricationReport::File &file : design.fabrication->files)
+            shown.insert(file.file);
+    }
+    for (const SourceFile &source : design.sources) {
+        if (shown.count(source.file) == 0) files.push_back(source.file);
+    }
     return files;
 }
 

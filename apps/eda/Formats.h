@@ -20,13 +20,16 @@ struct FormatDef {
         *makeReader)();         // a reader with nothing read; null in the row of model files
     bool isSetOfLayers = false; // a file a layer: what else lies beside them is left out
     bool hasSteps = false;      // a file may hold several boards, of which one is read
-    // Lies beside the files of other designs, as an archive of them or another form, so that a folder stands for
-    // such a file only when it holds nothing else.
+    // Lies beside the files of other designs, as an archive of them or another form, so that a folder stands
+    // for such a file only when it holds nothing else.
     bool liesBesideOthers = false;
 };
 
 // The name of the format of archives, which may hold several boards.
 constexpr const char *archiveFormat = "ODB++";
+
+// The name of the format of layers and drills.
+constexpr const char *gerberFormat = "Gerber";
 
 // In the order in which they are tried.
 const std::vector<FormatDef> &formats();
@@ -60,7 +63,7 @@ bool looksLikeArchive(const std::string &file, std::string_view head);
 void readSuiteDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeSuiteReader();
 
-// Gerber: see GerberDesign.cpp.
+// Gerber: see GerberDesign.cpp for files that are read as they are, and FabricationDesign.h for all others.
 bool looksLikeGerber(const std::string &file, std::string_view head);
 void readGerberDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design);
 std::unique_ptr<EDA::EDAReader> makeGerberReader();

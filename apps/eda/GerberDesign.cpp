@@ -1,5 +1,6 @@
-// Reading a set of Gerber layer files and drill files.
+// Reading a set of Gerber layer files and drill files as they are, and knowing such files.
 #include "Console.h"
+#include "FabricationDesign.h"
 #include "Failure.h"
 #include "Formats.h"
 #include "GerberSet.h"
@@ -7,6 +8,7 @@
 #include "Printable.h"
 #include "readers/gerber/GerberLines.h"
 #include "readers/gerber/GerberReader.h"
+#include "SuiteSteps.h"
 #include "text/Text.h"
 
 #include <algorithm>
@@ -32,9 +34,11 @@ bool isLayerLine(Text line) {
     return (line[0] == 'X' || line[0] == 'Y') && hasEnd && (hasDigit(line, 1) || hasDigit(line, 2));
 }
 
-// "M48", "T01C0.5", "T1".
+// "M48", "T01C0.5", "T1", and what files of early machines begin with.
 bool isDrillLine(Text line) {
-    if (EDA::startsWith(line, "M48")) return true;
+    for (const char *start : {"M48", "M71", "M72", "METRIC", "INCH", "FMAT,", "ICI,"}) {
+        if (EDA::startsWith(line, start)) return true;
+    }
     if (line[0] != 'T' || !hasDigit(line, 1)) return false;
     const std::size_t end = std::min(line.find_first_not_of("0123456789", 1), line.size());
     return end == line.size() || line[end] == 'C' || line[end] == 'F' || line[end] == 'S';
@@ -51,15 +55,6 @@ void addLosses(const GerberFile &file, Design &design) {
                                   loss.what + ", " + std::to_string(loss.count) +
                                   (loss.count == 1 ? " place" : " places") + ": " + loss.meaning);
     }
-}
-
-// The tool unites conductors unless it is told not to: the pieces as drawn overlap. The options are those of
-// this process alone; nothing is saved.
-void setOptions(EDA::GerberReader &reader, const DesignSettings &settings) {
-    EntityModel::Entity &options = storedImportOptions(reader);
-    changeImportOption(options, "--option", "Merge Conductors=Yes");
-    for (const std::string &change : settings.options)
-        changeImportOption(options, "--option", change);
 }
 
 // Attributes of nets alone make thousands of lines that differ in little: those of statements that start
@@ -148,7 +143,15 @@ private:
 
 } // namespace
 
-bool looksLikeGerber(const std::string &, std::string_view head) {
+void uniteUnlessTold(EDA::GerberReader &reader, const DesignSettings &settings) {
+    EntityModel::Entity &options = storedImportOptions(reader);
+    changeImportOption(options, "--option", "Merge Conductors=Yes");
+    for (const std::string &change : settings.options)
+        changeImportOption(options, "--option", change);
+}
+
+bool looksLikeGerber(const std::string &file, std::string_view head) {
+    if (isArchive(file) && isFabricationArchive(file)) return true;
     while (!head.empty()) {
         const std::size_t end = std::min(head.find_first_of("\r\n"), head.size());
         const Text line = EDA::trimmed(head.substr(0, end));
@@ -161,8 +164,12 @@ bool looksLikeGerber(const std::string &, std::string_view head) {
 std::unique_ptr<EDA::EDAReader> makeGerberReader() { return std::make_unique<EDA::GerberReader>(); }
 
 void readGerberDesign(const std::vector<std::string> &files, const DesignSettings &settings, Design &design) {
+    for (const std::string &file : files) {
+        if (isArchive(file))
+            throw UsageFailure("--as-is takes files and folders, but " + inQuotes(file) + " is an archive");
+    }
     auto reader = std::make_unique<EDA::GerberReader>();
-    setOptions(*reader, settings);
+    uniteUnlessTold(*reader, settings);
     const GerberSet set = sortGerberFiles(files, settings, design);
     const DrillFormat format = drillFormatOf(set, settings, design);
     reader->setViaNumberFormat(format.integerDigits, format.decimalDigits);

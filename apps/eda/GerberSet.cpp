@@ -102,23 +102,9 @@ bool canBeLayer(const GerberFile &file) {
     return file.facts.isGerberText && (function.empty() || function.front() == "Copper");
 }
 
-struct Span {
-    std::string file;
-    std::string from;
-    std::string to;
+struct Span : SpanOption {
     bool isUsed = false;
 };
-
-// "FILE=FROM:TO". Names of layers have no colon; those of files may have anything.
-Span parseSpan(const std::string &text) {
-    const std::size_t colon = text.rfind(':');
-    const std::size_t equals = text.rfind('=', colon);
-    if (colon == std::string::npos || equals == std::string::npos || equals == 0 || equals + 1 == colon ||
-        colon + 1 == text.size()) {
-        throw UsageFailure("--span " + inQuotes(text) + " has not the form FILE=FROM:TO");
-    }
-    return {text.substr(0, equals), text.substr(equals + 1, colon - equals - 1), text.substr(colon + 1)};
-}
 
 // "Plated,1,4,PTH": the layers by number, where so many there are.
 bool spanByFunction(const std::vector<std::string> &function, std::size_t numLayers, DrillFile &drill) {
@@ -134,7 +120,7 @@ bool spanByFunction(const std::vector<std::string> &function, std::size_t numLay
 void setSpans(GerberSet &set, const DesignSettings &settings) {
     std::vector<Span> spans;
     for (const std::string &text : settings.spans)
-        spans.push_back(parseSpan(text));
+        spans.push_back({parseSpan(text)});
     const std::vector<std::string> names = set.layerNames();
     const std::vector<std::string> files = set.layerFiles();
     for (DrillFile &drill : set.drills) {
@@ -171,8 +157,6 @@ void tellSources(const GerberSet &set, Design &design) {
     }
     design.sources.insert(design.sources.begin(), sources.begin(), sources.end());
 }
-
-int digitOf(char c) { return c >= '0' && c <= '9' ? c - '0' : -1; }
 
 std::string formatText(int integerDigits, int decimalDigits) {
     return std::to_string(integerDigits) + "." + std::to_string(decimalDigits);
@@ -242,9 +226,7 @@ DrillFormat drillFormatOf(const GerberSet &set, const DesignSettings &settings, 
     std::string source = "the default, as no layer file names one";
     const std::string &given = settings.drillFormat;
     if (!given.empty()) {
-        if (given.size() != 3 || given[1] != '.' || digitOf(given[0]) < 0 || digitOf(given[2]) < 0)
-            throw UsageFailure("--drill-format " + inQuotes(given) + " has not the form I.D, such as 2.4");
-        format = {digitOf(given[0]), digitOf(given[2])};
+        format = parseDrillFormat(given);
         source = "as --drill-format says";
     } else if (!set.layers.empty()) {
         const std::string &first = set.layers.front().file;

@@ -3,6 +3,8 @@
 
 #include "Design.h"
 #include "GerberRoles.h"
+#include "readers/gerber/GerberReader.h"
+#include "SetOptions.h"
 
 #include <cstddef>
 #include <string>
@@ -36,13 +38,11 @@ struct GerberSet {
 GerberSet sortGerberFiles(const std::vector<std::string> &files, const DesignSettings &settings,
                           Design &design);
 
-// The number format of the drill files.
-struct DrillFormat {
-    int integerDigits = 2;
-    int decimalDigits = 4;
-};
-
 // As the settings say, or else that of the first layer, or else 2.4; tells which.
 DrillFormat drillFormatOf(const GerberSet &set, const DesignSettings &settings, Design &design);
+
+// The tool unites conductors unless the settings say otherwise: the pieces as drawn overlap. The options are
+// those of this process alone; nothing is saved. Throws UsageFailure for options that there are not.
+void uniteUnlessTold(EDA::GerberReader &reader, const DesignSettings &settings);
 
 } // namespace EDATool

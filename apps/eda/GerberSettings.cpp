@@ -19,12 +19,18 @@ const OptionDef gerberOptions[] = {
     {"--option", 0, "\"Label=value\"", true,
      "Sets an import option that the reading of Gerber files uses, for\nexample \"Merge Conductors=No\"."},
     {"--layer-order", 0, "A,B,...", false,
-     "Of Gerber files: the copper layers from top to bottom, by file.\nFiles not named are no layers."},
+     "Of Gerber files: the copper layers from top to bottom, by file,\nwhatever the files say. Files not "
+     "named are no layers."},
     {"--span", 0, "FILE=FROM:TO", true,
      "Of Gerber sets: the layers, by name or number, where the holes of a\ndrill file start and end. "
      "Default: the first and the last."},
     {"--drill-format", 0, "I.D", false,
-     "Digits before and after the point in drill files. Default: as in the\nfirst layer file, else 2.4."},
+     "Digits before and after the point in drill files that do not say them.\nDefault: found out, and told."},
+    {"--profile", 0, "FILE", false, "Of a set: the file that draws the board's edge. Default: found out."},
+    {"--board", 0, "NAME", false,
+     "Of a set with files of several boards: which one. Default: the one\nwith the most files."},
+    {"--as-is", 0, nullptr, false,
+     "Reads Gerber files literally, without the front end that takes what\nreal sets are written in."},
     {"--copper", 0, "FILE...", true,
      "Puts the copper and the drills of these Gerber files, all names up to\nthe next option, onto the "
      "board of the design, in its units.",
@@ -75,11 +81,12 @@ void readCopperSettings(const Arguments &arguments, DesignSettings &settings) {
 } // namespace
 
 std::vector<OptionDef> withGerberOptions(std::vector<OptionDef> options) {
-    const bool hasOption = std::any_of(options.begin(), options.end(), [](const OptionDef &option) {
-        return std::string(option.name) == "--option";
-    });
+    const std::vector<OptionDef> own = options;
     for (const OptionDef &option : gerberOptions) {
-        if (!hasOption || std::string(option.name) != "--option") options.push_back(option);
+        const bool isKnown = std::any_of(own.begin(), own.end(), [&option](const OptionDef &each) {
+            return std::string(each.name) == option.name;
+        });
+        if (!isKnown) options.push_back(option);
     }
     return options;
 }
@@ -93,6 +100,12 @@ DesignSettings designSettings(const Arguments &arguments) {
     settings.layerOrder = splitList(arguments.value("--layer-order"));
     settings.spans = arguments.values("--span");
     settings.drillFormat = arguments.value("--drill-format");
+    settings.profile = arguments.value("--profile");
+    // With --into it is a board of the model.
+    if (!arguments.has("--into")) settings.board = arguments.value("--board");
+    settings.asIs = arguments.has("--as-is");
+    if (settings.asIs && !(settings.profile.empty() && settings.board.empty()))
+        throw UsageFailure("--profile and --board are for sets that are not read --as-is");
     settings.stackup = arguments.value("--stackup");
     settings.step = arguments.value("--step");
     readCopperSettings(arguments, settings);

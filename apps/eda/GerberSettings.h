@@ -8,8 +8,8 @@
 
 namespace EDATool {
 
-// The options of a command, and behind them those for designs of several steps and for Gerber sets. "--option" is among these unless the
-// command has it already.
+// The options of a command, and behind them those for designs of several steps and for Gerber sets. Those
+// that the command has already, with a meaning of its own, are left out.
 std::vector<OptionDef> withGerberOptions(std::vector<OptionDef> options);
 
 // What the command line says about how a design is read.

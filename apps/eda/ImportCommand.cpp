@@ -41,9 +41,6 @@ void checkArguments(const Arguments &arguments) {
         throw UsageFailure("--units " + inQuotes(arguments.value("--units")) +
                            " is no unit of length; known are: " + spellingList());
     }
-    if (arguments.has("--board") && !arguments.has("--into")) {
-        throw UsageFailure("--board chooses a board of the model that --into names");
-    }
     if (arguments.has("--library") && arguments.has("--no-library"))
         throw UsageFailure("--library names a library and --no-library wants none");
 }
@@ -181,7 +178,9 @@ CommandDef importCommand() {
               "made of solids, in the chassis or on the board of --into."},
              {"--into", 0, "MODEL.json", false,
               "Imports over the board of this model instead of making a new one."},
-             {"--board", 0, "DESIGNATOR", false, "Which board of that model, where it has several."},
+             {"--board", 0, "DESIGNATOR", false,
+              "Which board of that model, where it has several; without --into, which\none of a set of "
+              "Gerber files of several boards."},
              {"--option", 0, "\"Label=value\"", true,
               "Sets an import option for this run, for example\n\"Import Via Keepouts=No\" or \"Min Height=2 "
               "mm\"."},

@@ -71,11 +71,12 @@ CommandDef infoCommand() {
         "Shows what is in a design or a model",
         "Reads a design, or a model that eda import saved, and prints what is in it. The files of a\n"
         "design belong together: an IDF board file finds its library file by itself (.emn with .emp,\n"
-        ".brd with .lib, .bdf with .ldf, .idf with .lib). An IDX or IPC-2581 document is known by what is in\n"
+        ".brd with .lib, .bdf with .ldf, .idf with .lib). An IDX or IPC-2581 document is known by what is "
+        "in\n"
         "it and is a design of its own, and so are an XFL file and a layout in text form. In place of other\n"
-        "designs of the layout suite the .qvd beside them is read. A set of Gerber layers and drill files is\n"
-        "given whole, or as its folder: what is not copper is left out, and the table tells what each file\n"
-        "was taken for and why.\n",
+        "designs of the layout suite the .qvd beside them is read. A set of Gerber layers and drill files "
+        "is\n"
+        "given whole, or as its folder or archive: the table tells what each file was taken for and why.\n",
         withGerberOptions(
             {{"--json", 0, nullptr, false, "Prints one JSON object for programs."},
              {"--as", 0, "PCB|Component", false,

@@ -6,6 +6,7 @@
 #include "Entities.h"
 #include "Failure.h"
 #include "Files.h"
+#include "Formats.h"
 #include "GerberSettings.h"
 #include "LayerScene.h"
 #include "Printable.h"
@@ -137,11 +138,11 @@ BoardView readView(const Arguments &arguments, const std::string &output) {
             *findBoardOrPackage(*model, files.front(), arguments.value("--board"));
         return wantsLayer ? viewOfModelLayer(board, layer) : viewOfModel(board, side);
     }
-    if (arguments.has("--board")) throw UsageFailure("--board chooses a board of a model file");
     const Design design = readWholeDesign(files, settingsOf(arguments));
     checkNotRead(output, filesOf(design));
     printWarnings(design);
-    const bool isOnlyLayers = design.board().getOutline().empty() && design.board().numLayers() > 0;
+    const bool isOnlyLayers = design.board().numLayers() > 0 && (design.board().getOutline().empty() ||
+                                                                 findFormat(design.format).isSetOfLayers);
     if (!wantsLayer && !isOnlyLayers) return viewOfDesign(design, side);
     return viewOfLayer(design, layer);
 }
@@ -186,7 +187,8 @@ CommandDef renderCommand() {
               "The colours of the parts: by their kind, by the power that they dissipate, or by that\n"
               "power over their area, in W/cm\u00b2. Parts without power are hollow. Default: kind."},
              {"--width", 0, "PIXELS", false, "Width of the picture, 200 to 8192. Default: 1600."},
-             {"--board", 0, "DESIGNATOR", false, "Which board of a model, where it has several."},
+             {"--board", 0, "DESIGNATOR", false,
+              "Which board of a model, or of a set of Gerber files, where it has several."},
              {"--layer", 0, "NAME", false,
               "Draws the conductor of a layer: its name or file, its number from 1,\nor top or bottom. "
               "Default for "

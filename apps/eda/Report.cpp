@@ -21,6 +21,12 @@ std::size_t numPoints(const EDA::EDAOutline &outline) {
     return count;
 }
 
+const char *kindText(EDA::Fabrication::NoteKind kind) {
+    using EDA::Fabrication::NoteKind;
+    if (kind == NoteKind::Normalised) return "normalised";
+    return kind == NoteKind::Guessed ? "guessed" : "left out";
+}
+
 } // namespace
 
 JsonReport::JsonReport() : writer_(buffer_) {
@@ -126,6 +132,33 @@ void JsonReport::addSources(const Design &design) {
     addTexts("notices", design.notices);
 }
 
+// Only sets that went through the front end have this member.
+void JsonReport::addFabrication(const FabricationReport &report) {
+    beginObject("fabrication");
+    beginArray("files");
+    for (const FabricationReport::File &file : report.files) {
+        beginObject(nullptr);
+        addText("file", file.file);
+        addText("use", file.use);
+        addText("reason", file.reason);
+        beginArray("notes");
+        for (const EDA::Fabrication::Note &note : file.notes) {
+            beginObject(nullptr);
+            addText("kind", kindText(note.kind));
+            addText("what", note.what);
+            addCount("line", note.line);
+            addCount("count", note.count);
+            endObject();
+        }
+        endArray();
+        endObject();
+    }
+    endArray();
+    addTexts("guesses", report.guesses);
+    addTexts("warnings", report.warnings);
+    endObject();
+}
+
 void JsonReport::addDesign(const Design &design) {
     const EDA::EDABoard &board = design.board();
     double xLow = 0.0;
@@ -154,6 +187,7 @@ void JsonReport::addDesign(const Design &design) {
         addLayer(*layer);
     endArray();
     if (!design.sources.empty()) addSources(design);
+    if (design.fabrication) addFabrication(*design.fabrication);
 }
 
 void JsonReport::addEntities(const EntityCounts &counts) { addCounts("entities", counts); }

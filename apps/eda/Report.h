@@ -41,6 +41,7 @@ private:
     void addOutline(const EDA::EDAOutline &outline);
     void addLayer(const EDA::EDABoardLayer &layer);
     void addSources(const Design &design);
+    void addFabrication(const FabricationReport &report);
 
     rapidjson::StringBuffer buffer_;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_;

@@ -1,4 +1,5 @@
 // How designs of the families of the layout suite are known.
+#include "FabricationDesign.h"
 #include "Files.h"
 #include "Formats.h"
 #include "host/QvDbWrap/IpcDocument.h"
@@ -41,15 +42,15 @@ bool looksLikeBrisko(const std::string &file, std::string_view head) {
     return isAmong(extensions, lowerExtension(file)) && isBinary(head);
 }
 
-// By their first bytes; a .tar has none of its own.
+// By their first bytes; a .tar has none of its own. One with layers and drills is a set of these.
 bool looksLikeArchive(const std::string &file, std::string_view head) {
     static const char *const extensions[] = {".zip", ".tgz", ".gz", ".z", ".7z"};
     static constexpr std::string_view marks[] = {"PK", "\x1f\x8b", "\x1f\x9d", "7z\xbc\xaf\x27\x1c"};
     const std::string extension = lowerExtension(file);
-    if (extension == ".tar") return true;
-    return isAmong(extensions, extension) &&
-           std::any_of(std::begin(marks), std::end(marks),
-                       [head](auto mark) { return startsWith(head, mark); });
+    const bool isPacked =
+        isAmong(extensions, extension) &&
+        std::any_of(std::begin(marks), std::end(marks), [head](auto mark) { return startsWith(head, mark); });
+    return (isPacked || extension == ".tar") && !isFabricationArchive(file);
 }
 
 } // namespace EDATool

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace EDA {
@@ -63,6 +64,8 @@ public:
     EDATrace *addTrace(EDATrace &&trace);
     // Makes room for so many loose traces.
     void reserveTraces(std::size_t count) { traces_.reserve(count); }
+    // Takes all loose traces out, in their order.
+    std::vector<EDATrace> takeTraces() { return std::exchange(traces_, {}); }
     std::size_t numTraces() const { return traces_.size(); }
     TraceIterator beginTraces() const { return traces_.begin(); }
     TraceIterator endTraces() const { return traces_.end(); }

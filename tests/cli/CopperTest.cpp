@@ -58,7 +58,9 @@ TEST_F(ToolCopper, LiesOnTheBoardInTheUnitsOfTheBoard) {
     const std::string top = folder.write("top.gbr", inchLayer("D11*\nX010000Y005000D03*\n")); // 25.4, 12.7 mm
     const ToolResult result = info({"--copper", top});
     ASSERT_EQ(result.status, 0) << result;
-    EXPECT_THAT(result.err, HasSubstr("copper is in in, the board in mm: lengths times 25.4"));
+    EXPECT_THAT(result.err, HasSubstr("copper is in mm, the board in mm: lengths times 1"));
+    EXPECT_THAT(info({"--copper", top, "--as-is"}).err,
+                HasSubstr("copper is in in, the board in mm: lengths times 25.4"));
     const rapidjson::Document report = parseJson(result.out);
     EXPECT_STREQ(report["format"].GetString(), "IDF");
     EXPECT_EQ(report["placements"].GetInt(), 3);
@@ -133,7 +135,8 @@ TEST_F(ToolCopper, HolesTellTheOffsetOfCopperThatLiesOnTheBoard) {
         folder.write("holes.drl", drillFile("T01\nX190000Y150000\nT02\nX370000Y040000\n",
                                             "METRIC,TZ\nT01C0.8\nT02C3.2\n"));
     const std::string top = folder.write("top.gbr", gerberLayer("D11*\nX050000Y050000D03*\n"));
-    EXPECT_THAT(info({"--copper", top, drills}).err, HasSubstr("--copper-offset=-1,0 would move it there"));
+    EXPECT_THAT(info({"--copper", top, drills, "--drill-format", "2.4"}).err,
+                HasSubstr("--copper-offset=-1,0 would move it there"));
 }
 
 TEST_F(ToolCopper, CopperOfAnotherBoardIsNamed) {

@@ -93,9 +93,10 @@ TEST(GerberInfo, AFolderWithADesignStandsForThatAlone) {
     writeGerberSet(folder);
     std::filesystem::create_directories(folder.path("old"));
     folder.write("old/extra.gbr", "%FSLAX24Y24*%\n%MOMM*%\nM02*\n");
-    const ToolResult result = info({folder.path()});
+    const ToolResult result = info({folder.path(), "--as-is"});
     EXPECT_EQ(result.status, 0) << result;
     EXPECT_THAT(result.out, Not(HasSubstr("extra.gbr")));
+    EXPECT_THAT(info({folder.path()}).out, HasSubstr("old/extra.gbr: left out"));
 }
 
 TEST(GerberInfo, AFolderWithoutDesignsIsAFailure) {
@@ -121,7 +122,7 @@ TEST(GerberInfo, TheFileFunctionGoesBeforeTheName) {
                   folder.write("b_bottom.gbr", gerberLayer(threeSquares(), attribute("Copper,L1,Top"))),
                   folder.write("c_top.gbr", gerberLayer(threeSquares(), attribute("Soldermask,Top")))});
     EXPECT_THAT(layerNames(json), ElementsAre("b_bottom", "a_mask"));
-    EXPECT_STREQ(json["files"][2]["reason"].GetString(), "its FileFunction is Soldermask,Top");
+    EXPECT_STREQ(json["files"][2]["reason"].GetString(), "solder mask: its FileFunction is Soldermask,Top");
 }
 
 TEST(GerberInfo, WhatTheReaderWouldRefuseIsLeftOutAndTheRestIsRead) {
@@ -131,7 +132,7 @@ TEST(GerberInfo, WhatTheReaderWouldRefuseIsLeftOutAndTheRestIsRead) {
          {"%TF.FileFunction*%\n", "%TF.FileFunction,*%\n", "%TF.FileFunction, Copper*%\n",
           "%TF.FileFunction,Copper,L1,Top*%\n%TF.FileFunction,Legend,Top*%\n"}) {
         const rapidjson::Document json =
-            infoJson({top, folder.write("bottom.gbr", gerberLayer(threeSquares(), function))});
+            infoJson({top, folder.write("bottom.gbr", gerberLayer(threeSquares(), function)), "--as-is"});
         EXPECT_THAT(layerNames(json), ElementsAre("top")) << function;
     }
     const std::string other = gerberLayer(threeSquares(), "%TF.FileFunctionOfMine,Legend*%\n");
@@ -141,10 +142,20 @@ TEST(GerberInfo, WhatTheReaderWouldRefuseIsLeftOutAndTheRestIsRead) {
 TEST(GerberInfo, AttributesInCommentsCount) {
     const TempFolder folder;
     const std::string file =
-        folder.write("x.gbr", gerberLayer(threeSquares(), "G04 #@! TF.FileFunction,Profile,NP*\n"));
-    const ToolResult result = info({file});
+        folder.write("x.gbr", gerberLayer(threeSquares(), "G04 #@! TF.FileFunction,Legend,Top*\n"));
+    const ToolResult result = info({file, "--as-is"});
     EXPECT_EQ(result.status, 1) << result;
-    EXPECT_THAT(result.err, HasSubstr("its FileFunction is Profile,NP"));
+    EXPECT_THAT(result.err, HasSubstr("its FileFunction is Legend,Top"));
+    const std::string top = folder.write("top.gbr", gerberLayer(threeSquares()));
+    EXPECT_THAT(layerNames(infoJson({file, top})), ElementsAre("top"));
+}
+
+TEST(GerberInfo, OneFileAloneIsReadWhateverItIs) {
+    const TempFolder folder;
+    const ToolResult result = info({folder.write("x.gts", gerberLayer(threeSquares()))});
+    EXPECT_EQ(result.status, 0) << result;
+    EXPECT_THAT(result.out, HasSubstr("x.gts: copper layer 1"));
+    EXPECT_THAT(result.err, HasSubstr("is solder mask, but is read as copper, since it is named alone"));
 }
 
 TEST(GerberInfo, NamesTellLayersAndOthersApart) {
@@ -177,7 +188,8 @@ TEST(GerberInfo, UnknownPlacesAreToldAndKeepTheirOrder) {
     const std::string b = folder.write("beta.gbr", gerberLayer(threeSquares()));
     const std::string a = folder.write("alpha.gbr", gerberLayer(threeSquares()));
     EXPECT_THAT(layerNames(infoJson({b, a})), ElementsAre("beta", "alpha"));
-    EXPECT_THAT(info({b, a}).err, HasSubstr("the order of 2 copper layers is not known"));
+    EXPECT_THAT(info({b, a}).err, HasSubstr("guessed: nothing says where"));
+    EXPECT_THAT(info({b, a, "--as-is"}).err, HasSubstr("the order of 2 copper layers is not known"));
 }
 
 TEST(GerberInfo, TheLayerOrderOfTheCommandLineRules) {
@@ -189,7 +201,11 @@ TEST(GerberInfo, TheLayerOrderOfTheCommandLineRules) {
     arguments.back() = "top,middle";
     const ToolResult result = info(arguments);
     EXPECT_EQ(result.status, 2) << result;
-    EXPECT_THAT(result.err, HasSubstr("'middle', which is none of the layer files"));
+    EXPECT_THAT(result.err, HasSubstr("\"middle\", which is none of the files"));
+    arguments.push_back("--as-is");
+    const ToolResult asIs = info(arguments);
+    EXPECT_EQ(asIs.status, 2) << asIs;
+    EXPECT_THAT(asIs.err, HasSubstr("'middle', which is none of the layer files"));
 }
 
 TEST(GerberInfo, SpansOfDrillsComeFromTheCommandLine) {
@@ -197,10 +213,14 @@ TEST(GerberInfo, SpansOfDrillsComeFromTheCommandLine) {
     std::vector<std::string> arguments = writeGerberSet(folder);
     arguments.push_back(folder.write("inner.gbr", gerberLayer(threeSquares())));
     arguments.insert(arguments.end(), {"--layer-order", "top,inner,bottom", "--span", "holes.drl=top:2"});
+    std::vector<std::string> asIs = arguments;
+    asIs.insert(asIs.begin(), "--as-is");
     EXPECT_THAT(info(arguments).out, HasSubstr("drills from top.gbr to inner.gbr"));
+    EXPECT_THAT(info(asIs).out, HasSubstr("drills from top.gbr to inner.gbr"));
     for (const char *span : {"holes.drl=top", "=a:b", "holes.drl=top:deep", "other.drl=top:bottom"}) {
-        arguments.back() = span;
+        arguments.back() = asIs.back() = span;
         EXPECT_EQ(info(arguments).status, 2) << span;
+        EXPECT_EQ(info(asIs).status, 2) << span;
     }
 }
 
@@ -215,12 +235,23 @@ TEST(GerberInfo, DrillFilesNameTheirLayersByAttribute) {
     EXPECT_THAT(info(arguments).out, HasSubstr("drills from top.gbr to in1.gbr"));
 }
 
-TEST(GerberInfo, TheDrillFormatIsToldWithItsSource) {
+TEST(GerberInfo, TheDrillFormatIsFoundByThePlaceOfTheHolesAndToldAsAGuess) {
     const TempFolder folder;
     const std::vector<std::string> set = writeGerberSet(folder);
-    EXPECT_THAT(info(set).err, AllOf(HasSubstr("number format 2.4, as in"), HasSubstr("top.gbr")));
-    EXPECT_THAT(info({set[3]}).err, HasSubstr("number format 2.4, the default"));
+    EXPECT_THAT(info(set).err,
+                HasSubstr("holes.drl': guessed: numbers with 4 digits before the point and 4 after"));
     const ToolResult result = info({set[3], "--drill-format", "3.3"});
+    EXPECT_THAT(result.err, Not(HasSubstr("guessed: numbers")));
+    EXPECT_THAT(result.out, HasSubstr("x 9.6 to 10.4, y 19.6 to 20.4"));
+}
+
+TEST(GerberInfo, TheDrillFormatOfFilesAsTheyAreIsToldWithItsSource) {
+    const TempFolder folder;
+    std::vector<std::string> set = writeGerberSet(folder);
+    set.push_back("--as-is");
+    EXPECT_THAT(info(set).err, AllOf(HasSubstr("number format 2.4, as in"), HasSubstr("top.gbr")));
+    EXPECT_THAT(info({set[3], "--as-is"}).err, HasSubstr("number format 2.4, the default"));
+    const ToolResult result = info({set[3], "--as-is", "--drill-format", "3.3"});
     EXPECT_THAT(result.err, HasSubstr("number format 3.3, as --drill-format says"));
     EXPECT_THAT(result.out, HasSubstr("x 9.6 to 10.4, y 19.6 to 20.4"));
     EXPECT_EQ(info({set[3], "--drill-format", "3"}).status, 2);
@@ -228,16 +259,20 @@ TEST(GerberInfo, TheDrillFormatIsToldWithItsSource) {
 
 TEST(GerberInfo, ADrillFileThatNamesAnotherFormatIsAWarning) {
     const TempFolder folder;
-    const std::string file =
-        folder.write("h.drl", drillFile("T01\nX01Y01\n", ";FILE_FORMAT=4:4\nMETRIC,TZ\nT01C1\n"));
-    EXPECT_THAT(info({file}).err, HasSubstr("names the number format 4.4, but 2.4 is used"));
-    EXPECT_THAT(info({file, "--drill-format", "4.4"}).err, Not(HasSubstr("names the number format")));
+    const std::string file = folder.write(
+        "h.drl", drillFile("T01\nX01Y01\n", ";FILE_FORMAT=4:4\nMETRIC,TZ\n;TYPE=PLATED\nT01C1\n"));
+    EXPECT_THAT(info({file, "--as-is"}).err, HasSubstr("names the number format 4.4, but 2.4 is used"));
+    EXPECT_THAT(info({file, "--as-is", "--drill-format", "4.4"}).err,
+                Not(HasSubstr("names the number format")));
+    EXPECT_THAT(info({file}).err, testing::IsEmpty());
 }
 
 TEST(GerberInfo, UnitsThatDifferAreAWarning) {
     const TempFolder folder;
     std::vector<std::string> arguments = writeGerberSet(folder);
     arguments[3] = folder.write("holes.drl", drillFile("T01\nX01Y01\n", "INCH,TZ\nT01C0.03\n"));
+    EXPECT_STREQ(infoJson(arguments)["units"].GetString(), "mm");
+    arguments.push_back("--as-is");
     EXPECT_THAT(info(arguments).err, HasSubstr("is in in, but files before it are in mm"));
 }
 
@@ -245,7 +280,7 @@ TEST(GerberInfo, MessagesOfTheReaderHaveTheFileAndAreGrouped) {
     const TempFolder folder;
     const std::string file =
         folder.write("top.gbr", gerberLayer("%TO.N,A*%\n%TO.N,B*%\n%TO.P,U1,1*%\n" + threeSquares()));
-    const ToolResult result = info({file});
+    const ToolResult result = info({file, "--as-is"});
     EXPECT_THAT(result.err, HasSubstr("top.gbr': Unhandled statement: %TO.N,A*%, and 2 more like it"));
     EXPECT_THAT(result.err, Not(HasSubstr("%TO.N,B")));
 }
@@ -275,7 +310,9 @@ TEST(GerberInfo, ABinaryDrillFileIsLeftOut) {
     const std::string binary = folder.write("eia.drl", std::string("T\x80\xff#v\0 2 s k ", 14));
     const ToolResult result = info({set[1], binary});
     EXPECT_EQ(result.status, 0) << result;
-    EXPECT_THAT(result.err, HasSubstr("eia.drl': is left out: it is neither text of a layer nor of drills"));
+    EXPECT_THAT(result.err, HasSubstr("eia.drl': is left out: its text is neither of a layer nor of drills"));
+    EXPECT_THAT(info({set[1], binary, "--as-is"}).err,
+                HasSubstr("eia.drl': is left out: it is neither text of a layer nor of drills"));
 }
 
 TEST(GerberInfo, ADrillFileInTheFormOfALayerMakesHolesOfItsFlashes) {

@@ -170,7 +170,7 @@ TEST(GerberLosses, AnyTextIsLookedThrough) {
 TEST(GerberLosses, AreWarningsOfTheTool) {
     const TempFolder folder;
     const std::string file = folder.write("h.drl", drillFile("T01\nX1.5Y01\nX2.5Y01\n"));
-    EXPECT_THAT(runTool({"info", file}).err,
+    EXPECT_THAT(runTool({"info", "--as-is", file}).err,
                 HasSubstr("h.drl': line 6: coordinates with a decimal point, 2 places: "));
 }
 

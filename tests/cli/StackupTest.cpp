@@ -88,7 +88,7 @@ TEST_F(ToolStackup, LayersTakeThicknessAndPlaceByNameInAnyCase) {
     EXPECT_EQ(layers[0]["traces"].GetInt(), 2); // two of three squares overlap
     EXPECT_NEAR(report["thickness"].GetDouble(), 1.6, 1e-12);
     EXPECT_THAT(result.err,
-                HasSubstr("3 layers, 2 of them conductors, and is 1.6 MM thick, which the board"));
+                HasSubstr("3 layers, 2 of them conductors, and is 1.6 mm thick, which the board"));
 }
 
 TEST_F(ToolStackup, ItsOrderIsThatOfTheLayers) {

@@ -118,8 +118,8 @@ TEST(ToolUsage, OptionsOfTwoFormats) { expectUsageError({"options", "IDF", "IDF"
 TEST(ToolUsage, OptionsOfAnUnknownFormatNamesTheFormats) {
     expectUsageError({"options", "PDF"}, "there is no format 'PDF'; the formats are: IDX, IPC-2581, QVD, IDF");
 }
-TEST(ToolUsage, BoardWithoutInto) {
-    expectUsageError({"import", "a.emn", "-o", "x.json", "--board", "B1"}, "--into");
+TEST(ToolUsage, ABoardOfASetThatIsReadAsItIs) {
+    expectUsageError({"import", "a.gbr", "-o", "x.json", "--board", "B1", "--as-is"}, "not read --as-is");
 }
 
 TEST(ToolUsage, DoubleDashEndsTheOptions) {

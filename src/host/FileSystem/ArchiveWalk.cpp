@@ -11,6 +11,9 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#ifndef _WIN32
+#include <locale.h>
+#endif
 
 namespace FileSystem {
 
@@ -35,6 +38,33 @@ bool cleanName(std::string &name) {
     name = clean;
     return true;
 }
+
+// The archive library turns names into the character set of the thread's locale, and gives none where that
+// cannot hold them. Under this guard it is UTF-8, whatever the program's locale; where the system has no such
+// locale, nothing changes.
+class Utf8Names {
+public:
+#ifdef _WIN32
+    Utf8Names() = default;
+#else
+    Utf8Names() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t())) {
+        if (locale_ != locale_t()) before_ = uselocale(locale_);
+    }
+    ~Utf8Names() {
+        if (locale_ == locale_t()) return;
+        uselocale(before_);
+        freelocale(locale_);
+    }
+#endif
+    Utf8Names(const Utf8Names &) = delete;
+    Utf8Names &operator=(const Utf8Names &) = delete;
+
+#ifndef _WIN32
+private:
+    locale_t locale_;
+    locale_t before_ = locale_t();
+#endif
+};
 
 bool isLink(archive_entry *entry) {
     return archive_entry_hardlink(entry) != nullptr || archive_entry_symlink(entry) != nullptr;
@@ -88,6 +118,7 @@ bool ArchiveWalk::checked(int result) {
 }
 
 bool ArchiveWalk::next(ArchiveEntry &entry) {
+    const Utf8Names guard;
     while (error_.empty() && finishEntry()) {
         const int result = archive_read_next_header(archive_, &entry_);
         if (result == ARCHIVE_EOF || !checked(result)) return false;

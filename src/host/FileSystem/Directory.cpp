@@ -15,6 +15,12 @@ bool Directory::exists(const std::string &path) {
     return fs::is_directory(toNative(path), error);
 }
 
+std::string Directory::resolved(const std::string &path) {
+    std::error_code error;
+    const fs::path place = fs::canonical(toNative(path), error);
+    return error ? std::string() : fromNative(place);
+}
+
 bool Directory::create(const std::string &path) {
     std::error_code error;
     fs::create_directories(toNative(path), error);

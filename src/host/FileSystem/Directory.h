@@ -8,6 +8,9 @@ namespace FileSystem {
 struct Directory {
     static bool exists(const std::string &path);
 
+    // Where the folder is once all links are followed; empty when there is none.
+    static std::string resolved(const std::string &path);
+
     // Makes the folder and those above it. True when it exists afterwards.
     static bool create(const std::string &path);
 

@@ -4,6 +4,7 @@
 #include "host/FileSystem/Directory.h"
 #include "host/FileSystem/File.h"
 #include "support/TempFolder.h"
+#include "support/ZipFile.h"
 
 #include <gmock/gmock.h>
 
@@ -290,6 +291,16 @@ TEST(ZipArchive, ArchiveInAnArchiveIsAFile) {
     std::string content;
     EXPECT_TRUE(archive.readEntry("inner.zip", content));
     EXPECT_EQ(content, inner);
+}
+
+TEST(ZipArchive, NamesInUtf8AreReadWhateverTheLocale) {
+    constexpr int namesAreUtf8 = 0x800;
+    const TestSupport::TempFolder folder;
+    const FileSystem::ZipArchive archive(
+        folder.write("a.zip", TestSupport::zipOf({"Leiterpl\xc3\xa4tte/\xe5\xb1\x82.gbr"}, namesAreUtf8)));
+    EXPECT_EQ(archive.allEntries(false, true),
+              std::vector<std::string>{"Leiterpl\xc3\xa4tte/\xe5\xb1\x82.gbr"})
+        << archive.getError();
 }
 
 TEST(ZipArchive, FilesThatAreNoArchiveAreNamed) {
