@@ -21,6 +21,7 @@ namespace {
 
 using EDA::FabricationReader;
 using EDA::Fabrication::FabricationSet;
+using EDA::Fabrication::FileUse;
 using EDA::Fabrication::Note;
 using EDA::Fabrication::NoteKind;
 using EDA::Fabrication::SetSettings;
@@ -106,7 +107,19 @@ bool isTold(const std::string &file, const std::vector<std::string> &warnings) {
 
 constexpr const char *leftOut = "left out";
 
-void tellReport(const FabricationReport &report, Design &design) {
+// Masks, legends and drawings lie in every set and are no loss, and a warning names another board as a whole;
+// the list of the files has them all.
+std::set<std::string> filesLeftOutByRight(const FabricationSet &set) {
+    std::set<std::string> files;
+    for (const auto &file : set.leftOut) {
+        if (file.use == FileUse::Other || file.reason.find("it belongs to the board") == 0)
+            files.insert(file.shown);
+    }
+    return files;
+}
+
+void tellReport(const FabricationReport &report, const FabricationSet &set, Design &design) {
+    const std::set<std::string> byRight = filesLeftOutByRight(set);
     for (const std::string &guess : report.guesses)
         design.warnings.push_back("guessed: " + printable(guess));
     for (const std::string &warning : report.warnings)
@@ -114,10 +127,11 @@ void tellReport(const FabricationReport &report, Design &design) {
     for (const FabricationReport::File &file : report.files) {
         design.sources.push_back(file);
         tellFile(file, design);
-        if (file.use == leftOut && !isTold(file.file, report.warnings))
+        if (file.use == leftOut && byRight.count(file.file) == 0 && !isTold(file.file, report.warnings))
             design.warnings.push_back(inQuotes(file.file) + ": is left out: " + printable(file.reason));
     }
     tellNormalised(report, design);
+    if (set.boards.size() > 1) design.notices.push_back("--board takes another of the boards");
 }
 
 FabricationReport reportOf(const FabricationReader::Report &report) {
@@ -227,7 +241,7 @@ void readFabricationDesign(const std::vector<std::string> &files, const DesignSe
     }
     stopIfInterrupted();
     design.fabrication = reportOf(reader->getReport());
-    tellReport(*design.fabrication, design);
+    tellReport(*design.fabrication, reader->getSet(), design);
     const EDA::EDABoard &board = reader->getBoard();
     if (board.numLayers() == 0 && board.numVias(1) == 0) throw DesignFailure(whyEmpty(*reader));
     tellRest(*reader, design);
