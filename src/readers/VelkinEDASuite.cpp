@@ -113,7 +113,7 @@ bool VelkinEDAReader::prepare(Job &job) {
     if (!isLayout) error_ = suiteProblem();
     job.layoutFile = job.stem + (isLayout ? "_tmp.qvd" : ".qvd");
     if (!error_.empty()) return !reconvert_ && File::exists(job.layoutFile);
-    if (reconvert_) File::remove(job.layoutFile);
+    if (reconvert_ && !File::isSame(job.layoutFile, job.path)) File::remove(job.layoutFile);
     return true;
 }
 

@@ -78,6 +78,13 @@ TEST_F(VelkinSuite, AConvertedFileIsNotUsedForANewConversion) {
     EXPECT_EQ(folder.read("designs/board.qvd"), "design");
 }
 
+TEST_F(VelkinSuite, ADesignThatLeadsToTheConvertedFileIsNotRemoved) {
+    write("board.qvd");
+    std::filesystem::create_symlink(design("board.qvd"), design("board.brd"));
+    EXPECT_TRUE(readDesign("board.brd", true, true));
+    EXPECT_EQ(folder.read("designs/board.qvd"), "design");
+}
+
 TEST_F(VelkinSuite, AFolderNamedAsTheConvertedFileIsNone) {
     useSuite("");
     std::filesystem::create_directory(design("board.qvd"));
