@@ -251,4 +251,17 @@ TEST(FabricationSets, UnitsOfTheCommandLineAreOfTheNumbersInTheFiles) {
     EXPECT_NEAR(bound({"--copper-units", "in"}), 50.8, 1e-9); // from 0 to 2, in inches
 }
 
+TEST(FabricationSets, OfTheExamplesBringCopperNetsHolesSlotsAndTheEdge) {
+    const ToolResult result = runTool({"info", EDA_EXAMPLES "/fabrication", "--json"});
+    const rapidjson::Document json = parseJson(result.out);
+    ASSERT_EQ(json["layers"].Size(), 2u);
+    EXPECT_EQ(json["layers"][0]["nets"].GetInt(), 3);
+    EXPECT_EQ(json["layers"][0]["netTraces"].GetInt(), 3);
+    EXPECT_EQ(json["layers"][1]["traces"].GetInt(), 1);
+    EXPECT_EQ(json["vias"].GetInt() + json["viaInstances"].GetInt(), 3); // one of them a slot
+    EXPECT_EQ(json["outline"]["points"].GetInt(), 7);
+    EXPECT_NEAR(json["outline"]["bound"][2].GetDouble(), 40.0, 1e-9);
+    EXPECT_THAT(result.err, Not(HasSubstr("warning")));
+}
+
 } // namespace
