@@ -34,10 +34,11 @@ bool isWithinStroke(EDATrace const &trace, double x, double y) {
     return false;
 }
 
-std::vector<Geometry::Bound2D> boundsOf(std::vector<EDATrace> const &traces) {
+std::vector<Geometry::Bound2D> boundsOf(std::vector<EDATrace const *> const &traces) {
     std::vector<Geometry::Bound2D> bounds;
     bounds.reserve(traces.size());
-    for (EDATrace const &trace : traces) {
+    for (EDATrace const *const pointer : traces) {
+        EDATrace const &trace = *pointer;
         Geometry::Bound2D bound = trace.getOutline().getBound();
         double const reach = trace.isDefinedAsRoute() ? trace.getRouteWidth() / 2.0 : 0.0;
         if (reach > 0.0 && bound.isValid()) {
@@ -97,13 +98,13 @@ bool TraceCopper::contains(double x, double y) {
     return last > 0 ? !inner_[last - 1].outline->isHole() : outer_.contains(x, y);
 }
 
-CopperPlaces::CopperPlaces(std::vector<EDATrace> const &traces)
-    : traces_(traces), bounds_(boundsOf(traces)) {}
+CopperPlaces::CopperPlaces(std::vector<EDATrace const *> traces)
+    : traces_(std::move(traces)), bounds_(boundsOf(traces_)) {}
 
 // Small ones are looked at as they are: an index would cost more than they do.
 TraceCopper &CopperPlaces::copperOf(std::size_t number) {
-    if (!isLarge(traces_[number])) return small_.emplace(traces_[number]);
-    return large_.try_emplace(number, traces_[number]).first->second;
+    if (!isLarge(*traces_[number])) return small_.emplace(*traces_[number]);
+    return large_.try_emplace(number, *traces_[number]).first->second;
 }
 
 } // namespace EDA::Fabrication

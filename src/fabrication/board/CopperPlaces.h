@@ -36,10 +36,10 @@ private:
     std::optional<BoundTree> innerBounds_;
 };
 
-// The traces by place. They must outlive it and stay as they are.
+// The traces by place. The traces must outlive it and stay as they are.
 class CopperPlaces {
 public:
-    explicit CopperPlaces(std::vector<EDATrace> const &traces);
+    explicit CopperPlaces(std::vector<EDATrace const *> traces);
 
     // Calls `visit(number)` for each trace that has copper there.
     template <typename Visit> void forEachAt(double x, double y, Visit const &visit) {
@@ -62,7 +62,7 @@ private:
 
     TraceCopper &copperOf(std::size_t number);
 
-    std::vector<EDATrace> const &traces_;
+    std::vector<EDATrace const *> traces_;
     BoundTree bounds_;
     std::unordered_map<std::size_t, TraceCopper> large_;
     std::optional<TraceCopper> small_;

@@ -43,7 +43,11 @@ std::vector<NetPoint> differentPlaces(NetPoints const &nets) {
 
 std::vector<Vote> gatherVotes(std::vector<EDATrace> const &traces, NetPoints const &nets, double scale,
                               Notes &notes) {
-    CopperPlaces places(traces);
+    std::vector<EDATrace const *> pointers;
+    pointers.reserve(traces.size());
+    for (EDATrace const &trace : traces)
+        pointers.push_back(&trace);
+    CopperPlaces places(std::move(pointers));
     std::vector<Vote> votes;
     std::size_t numBare = 0;
     std::size_t numLeft = 0;

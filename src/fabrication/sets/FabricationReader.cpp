@@ -10,6 +10,7 @@
 #include "fabrication/sets/FileForm.h"
 #include "fabrication/sets/FileReading.h"
 #include "fabrication/sets/FileRoles.h"
+#include "fabrication/sets/PlatingGuess.h"
 #include "fabrication/sets/SetInputs.h"
 #include "host/FileSystem/Path.h"
 #include "host/Tools/ToolProgress.h"
@@ -98,6 +99,7 @@ struct FabricationReader::Run {
 
     bool readCopper(std::size_t index);
     bool writeLayer(std::size_t index, std::string const &path, NetPoints &nets, Notes &notes);
+    void settlePlating(SetDrill const &drill, DrillData &data, Notes &notes) const;
     bool readDrillFile(std::size_t index, DrillSurroundings const &around);
     void readProfile();
     bool readCanonical(SetFile const &file, QStringList const &layers, QStringList const &drills,
@@ -290,6 +292,17 @@ bool FabricationReader::Run::readCopper(std::size_t index) {
     return !isCancelled(progress);
 }
 
+// The copper stands on the board already.
+void FabricationReader::Run::settlePlating(SetDrill const &drill, DrillData &data, Notes &notes) const {
+    if (drill.plated) setPlating(data, *drill.plated);
+    const auto numLayers = static_cast<std::size_t>(reader.board_.numLayers());
+    if (drill.from < numLayers && drill.to < numLayers && numLayers == layerNames.size()) {
+        guessPlating(data, reader.board_.getNthLayer(static_cast<int>(drill.from)),
+                     reader.board_.getNthLayer(static_cast<int>(drill.to)), scale, notes);
+    }
+    tellUnknownPlating(data, notes);
+}
+
 bool FabricationReader::Run::readDrillFile(std::size_t index, DrillSurroundings const &around) {
     SetDrill const &drill = reader.set_.drills[index];
     const Tools::ToolProgressRange range(progress, done, done + partsOfFile, partsOfFile);
@@ -307,8 +320,7 @@ bool FabricationReader::Run::readDrillFile(std::size_t index, DrillSurroundings 
     if (!isRead) {
         fail(drill.file, "cannot be read: " + reason);
     } else {
-        if (drill.plated) setPlating(data, *drill.plated);
-        tellUnknownPlating(data, notes);
+        settlePlating(drill, data, notes);
         FileSink sink(path);
         writeDrillFile(data, sink);
         if (!sink.close())

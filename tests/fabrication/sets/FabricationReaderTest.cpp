@@ -230,4 +230,49 @@ TEST_F(FabricationReaderTest, NetsOfTheFileBecomeNetsOfTheLayer) {
     EXPECT_EQ(reader.getBoard().getNthLayer(0).numNets(), 2u);
 }
 
+// Pads on both sides, on one side and on none.
+std::vector<std::string> padSet(const TempFolder &folder, const std::string &header) {
+    const std::string head = "%FSLAX24Y24*%%MOMM*%%ADD10C,2*%D10*";
+    return {folder.write("top.gbr", head + "X50000Y50000D03*X100000Y50000D03*X150000Y50000D03*M02*"),
+            folder.write("bottom.gbr", head + "X50000Y50000D03*X150000Y50000D03*M02*"),
+            folder.write("x.drl", "M48\n" + header +
+                                      "METRIC\nT1C1.0\nT2C1.1\nT3C1.2\n%\nT1\nX5.0Y5.0\nX15.0Y5.0\nT2\n"
+                                      "X10.0Y5.0\nT3\nX12.0Y9.0\nM30\n")};
+}
+
+std::vector<bool> platingOf(const EDABoard &board) {
+    std::vector<bool> plated;
+    for (auto via = board.beginVias(); via != board.endVias(); ++via)
+        plated.push_back(via->isPlated());
+    return plated;
+}
+
+TEST_F(FabricationReaderTest, HolesWithCopperAroundThemOnBothSidesAreGuessedToBePlated) {
+    ASSERT_TRUE(reader.setFiles(padSet(folder, "")));
+    ASSERT_TRUE(reader.readFiles(nullptr));
+    EXPECT_THAT(platingOf(reader.getBoard()), ElementsAre(true, false, false));
+    std::vector<std::size_t> counts;
+    for (const Note &note : reader.getReport().files[2].notes) {
+        if (note.kind == NoteKind::Guessed && note.what.find("plated") != std::string::npos)
+            counts.push_back(note.count);
+    }
+    EXPECT_THAT(counts, ElementsAre(2u, 2u));
+}
+
+TEST_F(FabricationReaderTest, PlatingThatTheFileTellsIsNotGuessed) {
+    ASSERT_TRUE(reader.setFiles(padSet(folder, ";TYPE=NON_PLATED\n")));
+    ASSERT_TRUE(reader.readFiles(nullptr));
+    EXPECT_THAT(platingOf(reader.getBoard()), ElementsAre(false, false, false));
+    for (const Note &note : reader.getReport().files[2].notes)
+        EXPECT_THAT(note.what, testing::Not(HasSubstr("taken as")));
+}
+
+TEST_F(FabricationReaderTest, PadsThatAreDrawnWithTheirHoleCountAsCopper) {
+    const std::string pad = "%FSLAX24Y24*%%MOMM*%%ADD10C,2X1*%D10*X50000Y50000D03*M02*";
+    ASSERT_TRUE(reader.setFiles({folder.write("top.gbr", pad), folder.write("bottom.gbr", pad),
+                                 folder.write("x.drl", "M48\nMETRIC\nT1C1.0\n%\nT1\nX5.0Y5.0\nM30\n")}));
+    ASSERT_TRUE(reader.readFiles(nullptr));
+    EXPECT_THAT(platingOf(reader.getBoard()), ElementsAre(true));
+}
+
 } // namespace
