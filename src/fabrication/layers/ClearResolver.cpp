@@ -19,6 +19,7 @@ using Geometry::Bound2D;
 constexpr std::size_t mostPairs = 20'000'000;
 // Cells that a clear object may lie in before it is kept apart.
 constexpr double mostCells = 64.0;
+constexpr std::uint32_t objectsBetweenPolls = 64;
 
 bool overlap(Bound2D const &a, Bound2D const &b) {
     return a.isValid() && b.isValid() && a.getXLow() <= b.getXHigh() && b.getXLow() <= a.getXHigh() &&
@@ -255,12 +256,13 @@ void ClearResolver::handOnPieces(Object const &object, std::vector<Piece> rest) 
         to_.region(pathOf(piece.holes.empty() ? piece.outer : withCutIns(piece)), true);
 }
 
-void ClearResolver::finish() {
+void ClearResolver::finish(Tools::ToolProgress *progress) {
     const Search search(objects_);
     std::uint32_t net = 0;
     std::size_t numPairs = 0;
     bool isBeyond = false;
     for (std::uint32_t i = 0; i < objects_.size() && !to_.isFull(); ++i) {
+        if (i % objectsBetweenPolls == 0 && progress != nullptr && progress->isCancelled()) break;
         Object const &object = objects_[i];
         if (object.net != net) to_.setNet(nets_[object.net].name, nets_[object.net].pin);
         net = object.net;

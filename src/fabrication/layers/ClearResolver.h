@@ -4,6 +4,7 @@
 #include "fabrication/LayerGraphics.h"
 #include "fabrication/Notes.h"
 #include "host/Geometry/Bound2D.h"
+#include "host/Tools/ToolProgress.h"
 
 #include <cstdint>
 #include <deque>
@@ -31,9 +32,9 @@ public:
     void region(Path const &contour, bool dark) override;
     void setNet(std::string_view net, std::string_view pin) override;
 
-    // Hands all on. Where the work would be beyond reason, clear objects are handed on as they are, with a
-    // note.
-    void finish();
+    // Hands all on, or what comes before the progress (may be null) says cancelled. Where the work would be
+    // beyond reason, clear objects are handed on as they are, with a note.
+    void finish(Tools::ToolProgress *progress = nullptr);
 
 private:
     enum class Kind { Flash, Stroke, Region };

@@ -261,7 +261,7 @@ bool FabricationReader::Run::writeLayer(std::size_t index, std::string const &pa
     if (mayHoldClear(text)) {
         ClearResolver resolver(writer, notes);
         facts = readLayerFile(text, LayerRules(), resolver, notes, progress);
-        resolver.finish();
+        resolver.finish(progress);
     } else {
         facts = readLayerFile(text, LayerRules(), writer, notes, progress);
     }

@@ -4,6 +4,7 @@
 #include "fabrication/layers/ClearResolver.h"
 #include "fabrication/layers/LayerFile.h"
 #include "readers/gerber/GerberReader.h"
+#include "support/CancelAfter.h"
 #include "support/TempFolder.h"
 
 #include <gmock/gmock.h>
@@ -166,6 +167,18 @@ TEST(ClearResolver, WhatIsLeftOfAPadKeepsItsFunction) {
     });
     EXPECT_EQ(countOf(text, "%TA.AperFunction,SMDPad*%"), 1u);
     EXPECT_EQ(countOf(text, "X10000000Y10000000D03*"), 1u);
+}
+
+TEST(ClearResolver, ACancelKeepsWhatWasHandedOn) {
+    Recorder recorder;
+    Notes notes;
+    ClearResolver resolver(recorder, notes);
+    for (int i = 0; i < 1000; ++i)
+        resolver.flash(standard("C", {0.5}), {2.0 * i, 0}, true);
+    TestSupport::CancelAfter progress(2);
+    resolver.finish(&progress);
+    EXPECT_GT(recorder.objects.size(), 0u);
+    EXPECT_LT(recorder.objects.size(), 1000u);
 }
 
 TEST(ClearResolver, AFileWithoutClearPolarityNeedsNone) {
