@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     writeDrillFile(drills, sink);
     constexpr std::size_t mostSlots = 100; // a via each, which takes its time
     if (drills.slotHoles.size() > mostSlots) drills.slotHoles.resize(mostSlots);
-    slotVias(drills, "Top", "Bottom", 1, 1.0);
+    slotVias(drills, "Top", "Bottom", 1, 1.0, drills.bound, notes);
     if (sink.size == 0) std::abort(); // there is always a header
     return 0;
 }
